@@ -1,0 +1,80 @@
+#include "store/param_table.h"
+
+#include <QtEndian>
+
+#include "store/codec.h"
+#include "store/fixed_string.h"
+#include "store/record_store.h"
+#include "store/records.h"
+
+using namespace param_layout;
+
+namespace {
+
+void ouvre_param(RecordStore& store) {
+    store.close(files::params);
+    store.open(files::params, QString::fromLatin1(files::paramsName), recordLength);
+}
+
+// Closes the table whatever happens inside the operation.
+struct ParamSession {
+    RecordStore& store;
+    explicit ParamSession(RecordStore& s) : store(s) { ouvre_param(store); }
+    ~ParamSession() { store.close(files::params); }
+};
+
+QByteArray paddedKey(const QString& cle) { return FixedString(keyWidth, codec::toBytes(cle)).bytes(); }
+
+qint32 countOf(const QByteArray& head) {
+    return qFromLittleEndian<qint32>(head.constData() + countOffset);
+}
+
+void setCount(QByteArray& record, qint32 count) {
+    qToLittleEndian<qint32>(count, record.data() + countOffset);
+}
+
+QByteArray keyOf(const QByteArray& record) { return record.mid(keyOffset, keyWidth); }
+
+void setValue(QByteArray& record, const QString& valeur) {
+    const QByteArray value = FixedString(valueWidth, codec::toBytes(valeur)).bytes();
+    record.replace(0, valueWidth, value);
+}
+
+}  // namespace
+
+QString lit_param(RecordStore& store, const QString& cle) {
+    ParamSession session(store);
+    const QByteArray key = paddedKey(cle);
+    const qint32 count = countOf(store.get(files::params, 1));
+    for (qint32 i = 1; i <= count; ++i) {
+        const QByteArray record = store.get(files::params, i + 1);
+        if (keyOf(record) == key) return codec::boxText(record.left(valueWidth)).trimmed();
+    }
+    return QString();
+}
+
+void ecrit_param(RecordStore& store, const QString& cle, const QString& valeur) {
+    ParamSession session(store);
+    const QByteArray key = paddedKey(cle);
+    const qint32 count = countOf(store.get(files::params, 1));
+    for (qint32 i = 1; i <= count; ++i) {
+        QByteArray record = store.get(files::params, i + 1);
+        if (keyOf(record) == key) {
+            // The integers beside the value are the sales program's: kept.
+            setValue(record, valeur);
+            store.put(files::params, i + 1, record);
+            return;
+        }
+    }
+    // A new entry: the head's count is raised and written before the entry.
+    QByteArray head = store.get(files::params, 1);
+    const qint32 newCount = countOf(head) + 1;
+    setCount(head, newCount);
+    store.put(files::params, 1, head);
+
+    QByteArray entry(recordLength, '\0');
+    setValue(entry, valeur);
+    entry.replace(keyOffset, keyWidth, key);
+    entry[recordLength - 1] = ' ';
+    store.put(files::params, newCount + 1, entry);
+}

@@ -1,0 +1,169 @@
+// The record files: opening, first initialisation, and the record layer's
+// behaviour at the edges (beyond the end, closed numbers, a second writer).
+#include <QTest>
+
+#include "scratch_dir.h"
+#include "store/failure.h"
+#include "store/record_files.h"
+#include "store/record_store.h"
+#include "store/records.h"
+
+namespace {
+const QDate today(2026, 11, 16);
+QByteArray rec20(const QByteArray& text) { return text.leftJustified(20, ' '); }
+QByteArray blanks(int records) { return QByteArray(records * 20, ' '); }
+}  // namespace
+
+class RecordFilesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void recordLayer() {
+        ScratchDir dir;
+        RecordStore store;
+        QVERIFY_THROWS_EXCEPTION(Failure, store.get(20, 1));  // not open
+        store.open(20, "w_cai020.wdo", 20);
+        QCOMPARE(store.get(20, 3), QByteArray(20, '\0'));  // beyond the end
+        QCOMPARE(store.size(20), 0);                       // ...and no growth
+        store.put(20, 3, "abc");
+        QCOMPARE(ScratchDir::read("w_cai020.wdo"), QByteArray(40, '\0') + rec20("abc"));
+        store.put(20, 2, QByteArray(25, 'x'));  // cut to one record, neighbours intact
+        QCOMPARE(store.get(20, 3), rec20("abc"));
+        QCOMPARE(store.get(20, 2), QByteArray(20, 'x'));
+        QVERIFY_THROWS_EXCEPTION(Failure, store.put(20, 0, "x"));
+        store.close(20);
+        QVERIFY_THROWS_EXCEPTION(Failure, store.put(20, 1, "x"));
+    }
+
+    void secondWriterSeesEveryPutAndLosesNothing() {
+        ScratchDir dir;
+        RecordStore store;
+        store.open(142, "WFICH142.WDO ", 20);  // the trailing blank is dropped
+        QFile other("WFICH142.WDO");
+        QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+        for (int n = 1; n <= 50; ++n) {
+            store.put(142, 2 * n, rec20("tool " + QByteArray::number(n)));
+            other.seek(qint64(2 * n) * 20);  // record 2n+1
+            other.write(rec20("other " + QByteArray::number(n)));
+            other.seek(qint64(2 * n - 1) * 20);
+            QCOMPARE(other.read(20), rec20("tool " + QByteArray::number(n)));
+            QCOMPARE(store.get(142, 2 * n + 1), rec20("other " + QByteArray::number(n)));
+        }
+        for (int n = 1; n <= 50; ++n) QCOMPARE(store.get(142, 2 * n), rec20("tool " + QByteArray::number(n)));
+    }
+
+    void fich142Initialisation() {
+        ScratchDir dir;
+        RecordStore store;
+        ouvre_fich142(store, today);
+        const QByteArray bytes = ScratchDir::read("WFICH142.WDO");
+        QCOMPARE(bytes.size(), 4020);
+        QCOMPARE(bytes.left(20), QByteArray("#INIT#11-16-2026    "));
+        QCOMPARE(bytes.mid(20), blanks(200));
+        // Initialised once: a record written afterwards survives a reopening.
+        store.put(142, 195, rec20("#TIRIND#"));
+        ouvre_fich142(store, today.addDays(1));
+        QCOMPARE(store.get(142, 195), rec20("#TIRIND#"));
+        QCOMPARE(store.get(142, 1).left(16), QByteArray("#INIT#11-16-2026"));
+    }
+
+    void markerRules_data() {
+        QTest::addColumn<QByteArray>("record1");
+        QTest::addColumn<bool>("reinitialised");
+        QTest::newRow("marker at position 2") << rec20(" #INIT#11-16-2026") << true;
+        QTest::newRow("marker without date") << rec20("#INIT#") << false;
+        QTest::newRow("lower case") << rec20("#init#") << true;
+        QTest::newRow("garbage") << QByteArray("\xff\x00\x13garbage-garbage!", 20) << true;
+    }
+    void markerRules() {
+        QFETCH(QByteArray, record1);
+        QFETCH(bool, reinitialised);
+        ScratchDir dir;
+        ScratchDir::write("WFICH142.WDO", record1 + QByteArray(20, 'k') + QByteArray(5, 'z'));
+        RecordStore store;
+        ouvre_fich142(store, today);
+        const QByteArray after = ScratchDir::read("WFICH142.WDO");
+        if (reinitialised) {
+            QCOMPARE(after.size(), 4020);
+            QCOMPARE(after.mid(20, 20), blanks(1));
+        } else {
+            QCOMPARE(after, record1 + QByteArray(20, 'k') + QByteArray(5, 'z'));
+        }
+    }
+
+    void perifxOnNetworkTillStopsAtItsFirstRead() {
+        // At start-up file 20 is not open yet: the copy fails at once and the
+        // file keeps its marker and blank records.
+        ScratchDir dir;
+        RecordStore store;
+        QVERIFY_THROWS_EXCEPTION(Failure, ouvre_perifx(store, today));
+        const QByteArray bytes = ScratchDir::read("w_perifx.wdo");
+        QCOMPARE(bytes.size(), 40000);
+        QCOMPARE(bytes.left(20), rec20("#INIT#11-16-2026"));
+        QCOMPARE(bytes.mid(20), blanks(1999));
+        QVERIFY(store.isOpen(120));
+    }
+
+    void perifxCopiesRecordsOneToSixteenAndTheDrawer() {
+        ScratchDir dir;
+        QByteArray sales;
+        for (int n = 1; n <= 720; ++n) sales += rec20("sales " + QByteArray::number(n));
+        ScratchDir::write("w_cai020.wdo", sales);
+        RecordStore store;
+        store.open(20, "w_cai020.wdo", 20);
+        ouvre_perifx(store, today);
+        for (int n = 1; n <= 16; ++n) QCOMPARE(store.get(120, n), rec20("sales " + QByteArray::number(n)));
+        QCOMPARE(store.get(120, 17), blanks(1));
+        QCOMPARE(store.get(120, 81), blanks(1));  // the listed numbers are not what is copied
+        for (int n = 700; n <= 712; ++n) QCOMPARE(store.get(120, n), rec20("sales " + QByteArray::number(n)));
+        QCOMPARE(store.get(120, 713), blanks(1));
+        QCOMPARE(ScratchDir::read("w_cai020.wdo"), sales);
+    }
+
+    void portFile_data() {
+        QTest::addColumn<int>("existingBytes");
+        QTest::addColumn<bool>("rebuilt");
+        QTest::newRow("missing") << -1 << true;
+        QTest::newRow("19 bytes") << 19 << true;
+        QTest::newRow("20 bytes of nothing") << 20 << false;
+    }
+    void portFile() {
+        QFETCH(int, existingBytes);
+        QFETCH(bool, rebuilt);
+        ScratchDir dir;
+        if (existingBytes >= 0) ScratchDir::write("Souvprt7.wdo", QByteArray(existingBytes, '\0'));
+        RecordStore store;
+        ouvre_souvprt(store, 7);
+        const QByteArray bytes = ScratchDir::read("Souvprt7.wdo");
+        if (rebuilt) {
+            QCOMPARE(bytes.size(), 4000);
+            QCOMPARE(bytes.left(40), rec20("9600,n,8,1") + rec20("Imp S\xE9rie : 7"));
+            QCOMPARE(bytes.mid(40), blanks(198));
+        } else {
+            QCOMPARE(bytes, QByteArray(20, '\0'));
+        }
+    }
+
+    void kitchenFile() {
+        ScratchDir dir;
+        RecordStore store;
+        store.open(20, "w_cai020.wdo", 20);
+        ouvre_imprc5(store);
+        QCOMPARE(store.fileName(20), QStringLiteral("w_imprc5.wdo"));
+        const QByteArray bytes = ScratchDir::read("w_imprc5.wdo");
+        QCOMPARE(bytes.size(), 1001 * 20);
+        QCOMPARE(bytes.left(20), rec20("#INIT#"));
+        QCOMPARE(ScratchDir::read("w_cai020.wdo").size(), 0);
+    }
+
+    void fileThatCannotBeOpenedFails() {
+        // A directory in the file's place cannot be opened, even by root.
+        ScratchDir dir;
+        QDir().mkdir("WFICH142.WDO");
+        RecordStore store;
+        QVERIFY_THROWS_EXCEPTION(Failure, ouvre_fich142(store, today));
+        QVERIFY(!store.isOpen(142));
+    }
+};
+
+QTEST_GUILESS_MAIN(RecordFilesTest)
+#include "test_record_files.moc"
