@@ -1,0 +1,214 @@
+// Code strings in their three record layouts, their conversion to bytes, and
+// the accent translation of both channels.
+#include <QTest>
+
+#include "print/accents.h"
+#include "print/code_string.h"
+#include "store/codec.h"
+#include "store/failure.h"
+
+Q_DECLARE_METATYPE(CodeLayout)
+
+namespace {
+QByteArray bytes(std::initializer_list<int> values) {
+    QByteArray out;
+    for (int v : values) out.append(char(v));
+    return out;
+}
+}  // namespace
+
+class TestRules : public QObject {
+    Q_OBJECT
+  private slots:
+    void readFields_data() {
+        QTest::addColumn<QByteArray>("record");
+        QTest::addColumn<CodeLayout>("layout");
+        QTest::addColumn<QStringList>("fields");
+        QTest::newRow("packed") << QByteArray("027116016           ") << CodeLayout::Packed
+                                << QStringList{"027", "116", "016", "", "", ""};
+        QTest::newRow("packed, 19 and 20 are no field")
+            << QByteArray("               12345") << CodeLayout::Packed
+            << QStringList{"", "", "", "", "", "123"};
+        QTest::newRow("packed, short record") << QByteArray("02711") << CodeLayout::Packed
+                                              << QStringList{"027", "11", "", "", "", ""};
+        QTest::newRow("separated by the expert screen")
+            << QByteArray("029:086:048:   :   :") << CodeLayout::Separated
+            << QStringList{"029", "086", "048", "", ""};
+        QTest::newRow("separated by the guided path")
+            << QByteArray("029 086 048         ") << CodeLayout::Separated
+            << QStringList{"029", "086", "048", "", ""};
+        QTest::newRow("a leading blank trims away")
+            << QByteArray(" 7 :27 :") << CodeLayout::Separated
+            << QStringList{"7", "27", "", "", ""};
+        QTest::newRow("never written")
+            << QByteArray(20, '\0') << CodeLayout::Packed << QStringList{"", "", "", "", "", ""};
+    }
+    void readFields() {
+        QFETCH(QByteArray, record);
+        QFETCH(CodeLayout, layout);
+        QFETCH(QStringList, fields);
+        QCOMPARE(readCodeFields(record, layout, int(fields.size())), fields);
+    }
+
+    void writeFields_data() {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<CodeLayout>("layout");
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("packed: trimmed, padded, cut, 19-20 kept")
+            << QByteArray("999999999999999999XY") << CodeLayout::Packed
+            << QStringList{"27", " 7 ", "", "1234", "ab", ""} << QByteArray("27 7     123ab    XY");
+        QTest::newRow("packed: zero bytes beyond the fields stay")
+            << QByteArray(20, '\0') << CodeLayout::Packed
+            << QStringList{"027", "116", "016", "", "", ""}
+            << QByteArray("027116016         ") + QByteArray(2, '\0');
+        QTest::newRow("separated: untrimmed, colon behind each field")
+            << QByteArray(20, 'Z') << CodeLayout::Separated
+            << QStringList{" 7", "029", "", "12345", "x"} << QByteArray(" 7 :029:   :123:x  :");
+        QTest::newRow("separated: fewer fields leave the rest")
+            << QByteArray("029 086 048 abc defg") << CodeLayout::Separated << QStringList{"1", "2"}
+            << QByteArray("1  :2  :048 abc defg");
+        QTest::newRow("short record is padded")
+            << QByteArray("02") << CodeLayout::Packed << QStringList{"5"}
+            << QByteArray("5                   ");
+    }
+    void writeFields() {
+        QFETCH(QByteArray, before);
+        QFETCH(CodeLayout, layout);
+        QFETCH(QStringList, fields);
+        QFETCH(QByteArray, after);
+        QCOMPARE(writeCodeFields(before, layout, fields), after);
+    }
+
+    void separatedRoundTrip() {
+        // The guided path's blanks and the expert screen's colons mean the same.
+        const QStringList fields{"029", "086", "048", "", ""};
+        const QByteArray written =
+            writeCodeFields(QByteArray(20, ' '), CodeLayout::Separated, fields);
+        QCOMPARE(written, QByteArray("029:086:048:   :   :"));
+        QCOMPARE(readCodeFields(written, CodeLayout::Separated, 5), fields);
+    }
+
+    void drawerField_data() {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QByteArray>("record");
+        QTest::newRow("empty") << "" << QByteArray(20, ' ');
+        QTest::newRow("blanks") << "   " << QByteArray(20, ' ');
+        QTest::newRow("27") << "27" << QByteArray("027                 ");
+        QTest::newRow("blank then 7") << " 7" << QByteArray("007                 ");
+        QTest::newRow("half rounds up") << "2.5" << QByteArray("003                 ");
+        QTest::newRow("four digits") << "1234" << QByteArray("1234                ");
+        QTest::newRow("letters") << "abc" << QByteArray("000                 ");
+        QTest::newRow("negative") << "-5" << QByteArray("-005                ");
+    }
+    void drawerField() {
+        QFETCH(QString, field);
+        QFETCH(QByteArray, record);
+        QCOMPARE(writeDrawerField(field), record);
+    }
+
+    void drawerFieldReadsUntrimmed() {
+        QCOMPARE(readDrawerField("027                 "), QString("027"));
+        QCOMPARE(readDrawerField(" 27xxxxxxx"), QString(" 27"));
+        QCOMPARE(readDrawerField(QByteArray(20, '\0')), QString());
+    }
+
+    void generalForm_data() {
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("standard init")
+            << QStringList{"027", "064", "", "", ""} << bytes({27, 64}) << false;
+        QTest::newRow("all blank") << QStringList{"", " ", "  ", "", ""} << QByteArray() << false;
+        QTest::newRow("000 is a byte") << QStringList{"000", ""} << bytes({0}) << false;
+        QTest::newRow("blank in the middle")
+            << QStringList{"27", "", "64"} << bytes({27, 64}) << false;
+        QTest::newRow("digits around a blank") << QStringList{"1 2"} << bytes({12}) << false;
+        QTest::newRow("letters give 0") << QStringList{"abc"} << bytes({0}) << false;
+        QTest::newRow("ties to even") << QStringList{"2.5", "3.5"} << bytes({2, 4}) << false;
+        QTest::newRow("255") << QStringList{"255"} << bytes({255}) << false;
+        QTest::newRow("256") << QStringList{"27", "256"} << QByteArray() << true;
+        QTest::newRow("999") << QStringList{"999"} << QByteArray() << true;
+        QTest::newRow("negative") << QStringList{"-1"} << QByteArray() << true;
+    }
+    void generalForm() {
+        QFETCH(QStringList, fields);
+        QFETCH(QByteArray, expected);
+        QFETCH(bool, fails);
+        if (fails) {
+            QVERIFY_THROWS_EXCEPTION(Failure, codeBytes(fields));
+        } else {
+            QCOMPARE(codeBytes(fields), expected);
+        }
+    }
+
+    void cutForm_data() {
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<QByteArray>("expected");  // one write per byte
+        QTest::newRow("standard") << QStringList{"029", "086", "048", "", ""}
+                                  << bytes({29, 86, 48, 0});
+        QTest::newRow("only blanks still cut 0") << QStringList{"", "", "", "", ""} << bytes({0});
+        QTest::newRow("blank then 7 is a piece")
+            << QStringList{" 7", "", "", "", ""} << bytes({7, 0});
+        QTest::newRow("letters give 0") << QStringList{"abc", "", "", "", ""} << bytes({0, 0});
+        QTest::newRow("long field cut to 3")
+            << QStringList{"0291", "", "", "", "1"} << bytes({29, 1, 0});
+    }
+    void cutForm() {
+        QFETCH(QStringList, fields);
+        QFETCH(QByteArray, expected);
+        const QList<QByteArray> writes = cutBytes(fields);
+        QCOMPARE(writes.size(), expected.size());
+        for (qsizetype i = 0; i < writes.size(); ++i) QCOMPARE(writes[i], expected.mid(i, 1));
+    }
+
+    void cutFormFails() { QVERIFY_THROWS_EXCEPTION(Failure, cutBytes({"029", "999", "", "", ""})); }
+
+    void accents_data() {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("serial");
+        QTest::addColumn<QByteArray>("usb");
+        const QString all = QString::fromUtf8("éèêïîçà°€ûùôö");
+        const QByteArray international =
+            bytes({130, 138, 136, 139, 140, 135, 133, 248, 238, 150, 151, 147, 148});
+        const QByteArray latin = codec::toBytes(all);
+        QTest::newRow("mode 1, every letter")
+            << 1 << all << QByteArray("eeeiicaoEuuoo") << QByteArray("eeeiicaoEuuoo");
+        QTest::newRow("mode 2, every letter") << 2 << all << international << international;
+        QTest::newRow("mode 0 leaves Windows-1252") << 0 << all << latin << latin;
+        QTest::newRow("mode 3") << 3 << all << latin << latin;
+        QTest::newRow("mode 7") << 7 << all << latin << latin;
+        QTest::newRow("mode -1") << -1 << all << latin << latin;
+        QTest::newRow("mode 1, line")
+            << 1 << QString::fromUtf8("ô à €") << QByteArray("o a E") << QByteArray("o a E");
+        QTest::newRow("mode 2, line")
+            << 2 << QString::fromUtf8("ô à €") << bytes({147, 32, 133, 32, 238})
+            << bytes({147, 32, 133, 32, 238});
+        const QByteArray eteE = QByteArray("ete ") + char(0xEB);
+        QTest::newRow("e diaeresis stays") << 1 << QString::fromUtf8("été ë") << eteE << eteE;
+        const QByteArray capitals = codec::toBytes(QString::fromUtf8("ÉÈÇâœ"));
+        QTest::newRow("capitals and others pass, mode 1")
+            << 1 << QString::fromUtf8("ÉÈÇâœ") << capitals << capitals;
+        QTest::newRow("capitals and others pass, mode 2")
+            << 2 << QString::fromUtf8("ÉÈÇâœ") << capitals << capitals;
+        QTest::newRow("empty") << 2 << QString() << QByteArray() << QByteArray();
+        QTest::newRow("control bytes")
+            << 2 << QString::fromLatin1("\x1b\x45\x01") << bytes({27, 69, 1}) << bytes({27, 69, 1});
+    }
+    void accents() {
+        QFETCH(int, mode);
+        QFETCH(QString, text);
+        QFETCH(QByteArray, serial);
+        QFETCH(QByteArray, usb);
+        QByteArray viaSerial = codec::toBytes(text);
+        QByteArray viaUsb = viaSerial;
+        traduit_accents(viaSerial, mode);
+        traduit_accents_usb(viaUsb, mode);
+        QCOMPARE(viaSerial, serial);
+        QCOMPARE(viaUsb, usb);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestRules)
+#include "test_rules.moc"

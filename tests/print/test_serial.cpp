@@ -1,0 +1,346 @@
+// The serial channel on real pseudo-terminals: the ticket byte for byte at
+// the far end, the settings the far end sees, and every failure a user can
+// cause, with the port left as the action left it.
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSerialPort>
+#include <QTest>
+#include <memory>
+
+#include "golden.h"
+#include "print/channels.h"
+#include "print/port_device.h"
+#include "print/qt_mscomm.h"
+#include "pty_pair.h"
+#include "standard_ticket.h"
+#include "store/failure.h"
+
+namespace {
+
+constexpr int printerPort = 3;
+const LetEventsRun letEventsRun = [] { QCoreApplication::processEvents(); };
+
+// The steps of a print action as the screens run them: port, open,
+// settings, the writes, close; the first failure leaves the action and the
+// port as it stands. Returns the failure's text, empty when all went well.
+QString printAction(MSComm& port, int number, const QString& settings, const Job& job,
+                    int mode = 2) {
+    try {
+        port.setCommPort(number);
+        port.setPortOpen(true);
+        port.setSettings(settings);
+        sendSerial(port, job, mode, letEventsRun);
+        port.setPortOpen(false);
+    } catch (const Failure& failure) {
+        return QString::fromStdString(failure.what());
+    }
+    return {};
+}
+
+QByteArray jobBytes(const Job& job) {
+    QByteArray all;
+    for (const Write& w : job.writes) all += w.bytes;
+    return all;
+}
+
+}  // namespace
+
+class TestSerial : public QObject {
+    Q_OBJECT
+    std::unique_ptr<PtyPair> pty_;
+    std::unique_ptr<WinePorts> ports_;
+
+  private slots:
+    void init() {
+        pty_ = std::make_unique<PtyPair>();
+        QVERIFY(pty_->ok());
+        ports_ = std::make_unique<WinePorts>();
+        QVERIFY(ports_->link(printerPort, pty_->slavePath()));
+    }
+    void cleanup() {
+        ports_.reset();
+        pty_.reset();
+    }
+
+    void standardTicketOnTheWire() {
+        const QByteArray expected = golden("ticket_standard.bin");
+        QVERIFY2(!expected.isEmpty(), "golden file ticket_standard.bin is missing");
+        QtMSComm port;
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        port.setSettings("9600,n,8,1");
+        const termios t = pty_->slaveTermios();
+        QCOMPARE(cfgetospeed(&t), speed_t(B9600));
+        QCOMPARE(t.c_cflag & CSIZE, tcflag_t(CS8));
+        QCOMPARE(t.c_cflag & (PARENB | CSTOPB), tcflag_t(0));
+        QCOMPARE(t.c_oflag & OPOST, tcflag_t(0));  // raw: no line feed turned into CR LF
+        sendSerial(port, composeTestTicket(standardTicketFields()), 2, letEventsRun);
+        port.setPortOpen(false);  // straight after the last write
+        QCOMPARE(pty_->received(), expected);
+    }
+
+    void kitchenTicketOnTheWire() {
+        const QByteArray expected = golden("kitchen_standard.bin");
+        QVERIFY2(!expected.isEmpty(), "golden file kitchen_standard.bin is missing");
+        QtMSComm port;
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        port.setSettings("9600,n,8,1");
+        sendSerial(port, composeKitchenTicket(standardKitchenFields()), 2, letEventsRun, true);
+        port.setPortOpen(false);
+        QCOMPARE(pty_->received(), expected);
+    }
+
+    void closeDrainsEverything() {
+        // Far more than the kernel takes at once: the rest waits in Qt's
+        // buffer, and the close must not drop it.
+        QByteArray big(256 * 1024, '\0');
+        for (qsizetype i = 0; i < big.size(); ++i) big[i] = char(i * 7);
+        QtMSComm port;
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        port.output(big);
+        port.setPortOpen(false);
+        QCOMPARE(pty_->received(), big);
+    }
+
+    void envoiSerieKeepsTheTranslation() {
+        QtMSComm port;
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        QByteArray text("\xF4 \xE0 \x80");
+        envoi_serie(port, text, 1);
+        QCOMPARE(text, QByteArray("o a E"));
+        port.setPortOpen(false);
+        QCOMPARE(pty_->received(), QByteArray("o a E"));
+    }
+
+    void settings_data() {
+        QTest::addColumn<QString>("settings");
+        QTest::addColumn<QString>("verdict");  // "yes", "no", or "device": the device decides
+        QTest::addColumn<int>("speed");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("parity");  // c_cflag bits PARENB | PARODD
+        QTest::addColumn<bool>("twoStops");
+        QTest::newRow("9600,n,8,1") << "9600,n,8,1"
+                                    << "yes" << int(B9600) << int(CS8) << 0 << false;
+        QTest::newRow("19200,N,8,2") << "19200,N,8,2"
+                                     << "yes" << int(B19200) << int(CS8) << 0 << true;
+        QTest::newRow("115200,n,8,1") << "115200,n,8,1"
+                                      << "yes" << int(B115200) << int(CS8) << 0 << false;
+        QTest::newRow("4800,e,7,2") << "4800,e,7,2"
+                                    << "device" << int(B4800) << int(CS7) << int(PARENB) << true;
+        QTest::newRow("2400,N,8,1") << "2400,N,8,1"
+                                    << "yes" << int(B2400) << int(CS8) << 0 << false;
+        QTest::newRow("two commas") << "9600,n,,1"
+                                    << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("empty") << ""
+                               << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("three parts") << "9600,n,8"
+                                     << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("five parts") << "9600,n,8,1,"
+                                    << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("blank") << " 9600,n,8,1"
+                               << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("parity x") << "9600,x,8,1"
+                                  << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("speed 0") << "0,n,8,1"
+                                 << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("speed negative") << "-9600,n,8,1"
+                                        << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("speed letters") << "96a0,n,8,1"
+                                       << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("speed fraction") << "9600.5,n,8,1"
+                                        << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("9 data bits") << "9600,n,9,1"
+                                     << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("4 data bits, refused by the port") << "9600,n,4,1"
+                                                          << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("stop 3") << "9600,n,8,3"
+                                << "no" << 0 << 0 << 0 << false;
+        QTest::newRow("stop 0") << "9600,n,8,0"
+                                << "no" << 0 << 0 << 0 << false;
+    }
+    // Settings given to the open port, as the screens do. A refused text
+    // fails at that step, sends nothing and leaves the port open, so the next
+    // open on it fails; an accepted one is what the far end sees.
+    void settings() {
+        QFETCH(QString, settings);
+        QFETCH(QString, verdict);
+        QtMSComm port;
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        const termios before = pty_->slaveTermios();
+        bool refused = false;
+        try {
+            port.setSettings(settings);
+        } catch (const Failure&) {
+            refused = true;
+        }
+        const termios t = pty_->slaveTermios();
+        if (verdict != "device") QCOMPARE(refused, verdict == "no");
+        if (refused) {
+            QVERIFY(port.portOpen());
+            QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
+            QtMSComm other;
+            other.setCommPort(printerPort);
+            QVERIFY_THROWS_EXCEPTION(Failure, other.setPortOpen(true));
+            if (verdict == "no") QCOMPARE(t.c_cflag, before.c_cflag);
+            port.setPortOpen(false);
+            QCOMPARE(pty_->received(50), QByteArray());
+            return;
+        }
+        QFETCH(int, speed);
+        QFETCH(int, size);
+        QFETCH(int, parity);
+        QFETCH(bool, twoStops);
+        QCOMPARE(int(cfgetospeed(&t)), speed);
+        QCOMPARE(int(t.c_cflag & CSIZE), size);
+        QCOMPARE(int(t.c_cflag & (PARENB | PARODD)), parity);
+        QCOMPARE(bool(t.c_cflag & CSTOPB), twoStops);
+        QCOMPARE(port.settings(), settings);
+        port.setPortOpen(false);
+    }
+
+    // This machine's pseudo-terminals take no parity: a real refusal by the
+    // device, in the middle of a print action.
+    void deviceRefusesTheSettings() {
+        QtMSComm port;
+        const QString failure =
+            printAction(port, printerPort, "9600,e,8,1", composeTestTicket(standardTicketFields()));
+        if (failure.isEmpty()) QSKIP("this kernel's pseudo-terminals take parity");
+        QVERIFY(port.portOpen());
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
+        port.setPortOpen(false);
+        QCOMPARE(pty_->received(50), QByteArray());
+    }
+
+    void settingsOnAClosedPortWaitForTheOpen() {
+        QtMSComm port;
+        port.setSettings("19200,n,8,2");
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setSettings("19200,n,,2"));
+        QCOMPARE(port.settings(), QString("19200,n,8,2"));
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        const termios t = pty_->slaveTermios();
+        QCOMPARE(cfgetospeed(&t), speed_t(B19200));
+        QVERIFY(t.c_cflag & CSTOPB);
+        port.setPortOpen(false);
+    }
+
+    // A code that does not fit a byte, a negative margin: the send fails at
+    // the right write, nothing after it is sent, the port stays open.
+    void failingTicket_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("999 in bold on") << "bold";
+        QTest::newRow("999 in the second cut field") << "cut";
+        QTest::newRow("negative margin") << "margin";
+    }
+    void failingTicket() {
+        QFETCH(QString, fault);
+        TicketFields f = standardTicketFields();
+        if (fault == "bold") f.boldOn[1] = "999";
+        if (fault == "cut") f.cut[1] = "999";
+        if (fault == "margin") f.margin = "-2";
+        const Job job = composeTestTicket(f);
+        QtMSComm port;
+        QVERIFY(!printAction(port, printerPort, "9600,n,8,1", job).isEmpty());
+        QVERIFY(port.portOpen());
+        const QByteArray full = golden("ticket_standard.bin");
+        QVERIFY(!full.isEmpty());
+        // What arrives is the start of the good ticket, cut where it failed.
+        const QByteArray before = jobBytes(job);
+        QCOMPARE(pty_->waitFor(before.size(), 2000), full.left(before.size()));
+        QCOMPARE(pty_->received(50).size(), before.size());
+        if (fault == "margin") QCOMPARE(before, QByteArray("\x1b@\x1bt\x10"));
+        if (fault == "cut") QVERIFY(before.endsWith(" \n \n\x1d"));
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
+        port.setPortOpen(false);
+    }
+
+    void portHeldByAnotherProcess() {
+        QProcess holder;
+        holder.start(QStringLiteral(KALVO_PORT_HOLDER), {QString::number(printerPort)});
+        QVERIFY(holder.waitForReadyRead(5000));
+        QCOMPARE(holder.readAll().trimmed(), QByteArray("open"));
+        QtMSComm port;
+        port.setCommPort(printerPort);
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
+        QVERIFY(!port.portOpen());
+        holder.closeWriteChannel();
+        QVERIFY(holder.waitForFinished(5000));
+        port.setPortOpen(true);  // free again
+        port.setPortOpen(false);
+    }
+
+    void portHeldByAnotherQSerialPort() {
+        QSerialPort other(portDevice(printerPort));
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        QtMSComm port;
+        QVERIFY(
+            !printAction(port, printerPort, "9600,n,8,1", composeTestTicket(standardTicketFields()))
+                 .isEmpty());
+        QVERIFY(!port.portOpen());
+        QCOMPARE(pty_->received(50), QByteArray());
+    }
+
+    void portRules() {
+        QtMSComm port;
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setCommPort(0));  // no port selected
+        QVERIFY_THROWS_EXCEPTION(Failure, port.output("x"));     // closed
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setCommPort(4));
+        QCOMPARE(port.commPort(), printerPort);
+        port.output(QByteArray());  // an empty text sends nothing and is no failure
+        port.setPortOpen(false);
+        port.setPortOpen(false);  // closing a closed port is nothing
+        QCOMPARE(pty_->received(50), QByteArray());
+    }
+
+    void absentPortFailsFast_data() {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("target");
+        QTest::newRow("link to nowhere") << 7 << "/nonexistent/ttyUSB9";
+        QTest::newRow("no link, no ttyS") << 12 << "";
+    }
+    void absentPortFailsFast() {
+        QFETCH(int, number);
+        QFETCH(QString, target);
+        if (!target.isEmpty()) QVERIFY(ports_->link(number, target));
+        if (target.isEmpty() && QFile::exists(portDevice(number)))
+            QSKIP("this machine has the device");
+        QtMSComm port;
+        port.setCommPort(number);
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
+        QVERIFY2(clock.elapsed() < 50, qPrintable(QString::number(clock.elapsed())));
+        QVERIFY(!port.portOpen());
+    }
+
+    void portNumbersToDevices() {
+        QCOMPARE(portDevice(printerPort), pty_->slavePath());
+        QCOMPARE(portDevice(5), QString("/dev/ttyS4"));
+        QVERIFY(ports_->link(6, "/nonexistent/device"));
+        QCOMPARE(portDevice(6), ports_->linkPath(6));
+        {
+            // Without WINEPREFIX the prefix is ~/.wine.
+            const QByteArray prefix = qgetenv("WINEPREFIX");
+            const QByteArray home = qgetenv("HOME");
+            qunsetenv("WINEPREFIX");
+            qputenv("HOME", prefix);
+            QDir(prefix).mkpath(".wine/dosdevices");
+            QFile::link(pty_->slavePath(),
+                        QString::fromLocal8Bit(prefix) + "/.wine/dosdevices/com2");
+            const QString device = portDevice(2);
+            qputenv("HOME", home);
+            qputenv("WINEPREFIX", prefix);
+            QCOMPARE(device, pty_->slavePath());
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSerial)
+#include "test_serial.moc"
