@@ -1,0 +1,58 @@
+#include "shell/image_banks.h"
+
+#include "shell/bank_pictures.h"
+#include "shell/context.h"
+#include "shell/info_bubble.h"
+#include "store/failure.h"
+
+namespace {
+// The theme's tints: the first of each list is the look of the default theme.
+const QColor standardTint(0xC9, 0xD4, 0xE1);
+const QColor keyTint(0xD7, 0xDA, 0xDE);
+}  // namespace
+
+Icc::Icc(Platform& platform)
+    : MSComm1(platform.newPort()),
+      MSComm2(platform.newPort()),
+      MSCuisine(platform.newPort()),
+      neutralIcon_(pictures::neutralIcon()) {
+    for (int number : barIconNumbers) p11[number] = pictures::barIcon(number);
+    btc[71] = pictures::slotFace(standardTint);
+    bt_fonc[46] = pictures::functionFace(standardTint);
+    for (int i = 0; i < 8; ++i) ccb[i] = pictures::framePiece(i);
+    Image1[2] = pictures::dialogIcon();
+    for (int value = 0; value <= 2; ++value) oui[value] = pictures::tickBox(value);
+    tclavv = pictures::keyFace(keyTint);
+    ticket2 = pictures::ticket();
+}
+
+Icc::~Icc() = default;
+
+const QPixmap& Icc::p11Picture(int number) const {
+    const auto it = p11.find(number);
+    return it != p11.end() ? it->second : neutralIcon_;
+}
+
+Icr::Icr() {
+    const QColor tints[] = {standardTint,
+                            QColor(0xB9, 0xDE, 0xB5),
+                            QColor(0xF5, 0xD0, 0x9A),
+                            QColor(0xD4, 0xC4, 0xEA),
+                            QColor(0xAE, 0xB9, 0xC4),
+                            QColor(0xA8, 0xDA, 0xD6)};
+    for (int i = 0; i < 6; ++i) {
+        bxr[i] = pictures::functionFace(tints[i]);
+        bxm[i] = pictures::slotFace(tints[i]);
+    }
+    // The places the suite keeps for a picture of the shop's own (persimg_003
+    // and persimg_004), and the keypad face that the default theme selects.
+    bxr[13] = pictures::functionFace(QColor(0xE6, 0xE6, 0xE6));
+    bxm[16] = pictures::slotFace(QColor(0xE6, 0xE6, 0xE6));
+    bxm[10] = pictures::keyFace(keyTint);
+}
+
+const QPixmap& pictureOf(const std::map<int, QPixmap>& array, int index) {
+    const auto it = array.find(index);
+    if (it == array.end()) throw Failure(QStringLiteral("Index de tableau de contrôles incorrect"));
+    return it->second;
+}
