@@ -3,8 +3,10 @@
 // suite's port component. Each operation throws Failure as the component
 // would fail: opening a missing or busy port, opening a port already open,
 // settings the port refuses, output on a closed port.
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <functional>
 
 class MSComm {
   public:
@@ -16,4 +18,6 @@ class MSComm {
     virtual void setSettings(const QString& settings) = 0;  // "9600,n,8,1"
     virtual QString settings() const = 0;
     virtual void output(QByteArrayView bytes) = 0;
+    // The port's one event: data received, the whole input buffer read at once.
+    virtual void setOnReceive(std::function<void(const QByteArray&)> handler) { (void)handler; }
 };

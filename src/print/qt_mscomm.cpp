@@ -5,7 +5,16 @@
 #include "print/port_device.h"
 #include "store/failure.h"
 
-QtMSComm::QtMSComm() = default;
+QtMSComm::QtMSComm() {
+    QObject::connect(&port_, &QSerialPort::readyRead, [this] {
+        const QByteArray received = port_.readAll();
+        if (onReceive_) onReceive_(received);
+    });
+}
+
+void QtMSComm::setOnReceive(std::function<void(const QByteArray&)> handler) {
+    onReceive_ = std::move(handler);
+}
 
 QtMSComm::~QtMSComm() {
     if (port_.isOpen()) port_.close();

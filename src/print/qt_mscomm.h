@@ -19,6 +19,7 @@ class QtMSComm : public MSComm {
     void setSettings(const QString& settings) override;
     QString settings() const override { return settingsText_; }
     void output(QByteArrayView bytes) override;
+    void setOnReceive(std::function<void(const QByteArray&)> handler) override;
 
   private:
     void open();
@@ -28,4 +29,5 @@ class QtMSComm : public MSComm {
     int number_ = 1;
     QString settingsText_ = QStringLiteral("9600,n,8,1");
     SerialSettings settings_;
+    std::function<void(const QByteArray&)> onReceive_;
 };

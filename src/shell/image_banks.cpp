@@ -24,6 +24,9 @@ Icc::Icc(Platform& platform)
     for (int value = 0; value <= 2; ++value) oui[value] = pictures::tickBox(value);
     tclavv = pictures::keyFace(keyTint);
     ticket2 = pictures::ticket();
+    // The three ports' event: what arrives replaces what the bank held.
+    for (MSComm* port : {MSComm1.get(), MSComm2.get(), MSCuisine.get()})
+        if (port) port->setOnReceive([this](const QByteArray& received) { input = received; });
 }
 
 Icc::~Icc() = default;

@@ -105,6 +105,19 @@ class TestSerial : public QObject {
         QCOMPARE(pty_->received(), big);
     }
 
+    void receivedBytesReachTheEvent() {
+        // What the device sends back arrives whole through the port's event.
+        QtMSComm port;
+        QByteArray seen;
+        port.setOnReceive([&seen](const QByteArray& received) { seen += received; });
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+        port.setSettings("9600,n,8,1");
+        QCOMPARE(::write(pty_->masterFd(), "READY", 5), ssize_t(5));
+        QTRY_COMPARE_WITH_TIMEOUT(seen, QByteArray("READY"), 2000);
+        port.setPortOpen(false);
+    }
+
     void envoiSerieKeepsTheTranslation() {
         QtMSComm port;
         port.setCommPort(printerPort);
