@@ -33,6 +33,18 @@ void setCount(QByteArray& record, qint32 count) {
     qToLittleEndian<qint32>(count, record.data() + countOffset);
 }
 
+// The count as the loops may trust it. A count within one record of the
+// entries present is taken as it stands (a break between the head and the
+// entry leaves it one too high); a negative count or one far beyond the end
+// of the file is garbled and counts as the entries that are there, so that a
+// read never walks billions of empty records and a write lands just after
+// the last entry instead of over the head or gigabytes away.
+qint32 usableCount(RecordStore& store, qint32 count) {
+    const qint64 present = qMax<qint64>(0, store.size(files::params) / recordLength - 1);
+    if (count < 0 || count > present + 1) return qint32(qMin<qint64>(present, INT32_MAX - 1));
+    return count;
+}
+
 QByteArray keyOf(const QByteArray& record) { return record.mid(keyOffset, keyWidth); }
 
 void setValue(QByteArray& record, const QString& valeur) {
@@ -45,7 +57,7 @@ void setValue(QByteArray& record, const QString& valeur) {
 QString lit_param(RecordStore& store, const QString& cle) {
     ParamSession session(store);
     const QByteArray key = paddedKey(cle);
-    const qint32 count = countOf(store.get(files::params, 1));
+    const qint32 count = usableCount(store, countOf(store.get(files::params, 1)));
     for (qint32 i = 1; i <= count; ++i) {
         const QByteArray record = store.get(files::params, i + 1);
         if (keyOf(record) == key) return codec::boxText(record.left(valueWidth)).trimmed();
@@ -56,7 +68,7 @@ QString lit_param(RecordStore& store, const QString& cle) {
 void ecrit_param(RecordStore& store, const QString& cle, const QString& valeur) {
     ParamSession session(store);
     const QByteArray key = paddedKey(cle);
-    const qint32 count = countOf(store.get(files::params, 1));
+    const qint32 count = usableCount(store, countOf(store.get(files::params, 1)));
     for (qint32 i = 1; i <= count; ++i) {
         QByteArray record = store.get(files::params, i + 1);
         if (keyOf(record) == key) {
@@ -68,7 +80,7 @@ void ecrit_param(RecordStore& store, const QString& cle, const QString& valeur) 
     }
     // A new entry: the head's count is raised and written before the entry.
     QByteArray head = store.get(files::params, 1);
-    const qint32 newCount = countOf(head) + 1;
+    const qint32 newCount = usableCount(store, countOf(head)) + 1;
     setCount(head, newCount);
     store.put(files::params, 1, head);
 
