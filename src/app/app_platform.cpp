@@ -1,0 +1,20 @@
+#include "app/app_platform.h"
+
+#include "print/qt_mscomm.h"
+#include "print/qt_usb_libraries.h"
+
+AppPlatform::AppPlatform() : usb_(std::make_unique<QtUsbLibraries>()) {}
+
+AppPlatform::~AppPlatform() = default;
+
+std::unique_ptr<MSComm> AppPlatform::newPort() {
+    return std::make_unique<QtMSComm>();
+}
+
+UsbLibraries& AppPlatform::usb() {
+    return *usb_;
+}
+
+QDateTime AppPlatform::now() const {
+    return QDateTime::currentDateTime();
+}

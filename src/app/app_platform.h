@@ -1,0 +1,19 @@
+#pragma once
+// The real platform: serial ports through Qt, the USB families loaded by
+// name, the system clock, and the browser started beside the tool.
+#include <memory>
+
+#include "shell/context.h"
+
+class AppPlatform : public Platform {
+  public:
+    AppPlatform();
+    ~AppPlatform() override;
+    std::unique_ptr<MSComm> newPort() override;
+    UsbLibraries& usb() override;
+    QDateTime now() const override;
+    bool openBrowser(const QString& browserPath, const QString& page) override;
+
+  private:
+    std::unique_ptr<UsbLibraries> usb_;
+};

@@ -1,0 +1,110 @@
+// flowrun: runs one flow scenario through the real screens and prints what
+// happened as stable text (see README.md in this folder).
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdio>
+
+#include "app/screens.h"
+#include "file_diff.h"
+#include "flow_interaction.h"
+#include "flow_platform.h"
+#include "scenario.h"
+#include "shell/screen_registry.h"
+#include "step_runner.h"
+#include "store/param_table.h"
+#include "store/record_store.h"
+
+namespace {
+
+void seed(const Scenario& s) {
+    for (const SeedFile& f : s.files) {
+        QFile out(f.file);
+        if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+            out.write(f.bytes) != f.bytes.size())
+            throw std::runtime_error("cannot seed " + f.file.toStdString());
+    }
+    RecordStore store;
+    for (const SeedRecord& r : s.records) {
+        store.open(1, r.file, recordLengthOf(r.file));
+        store.put(1, r.number, r.bytes);
+    }
+    store.closeAll();
+    for (const auto& [key, value] : s.params) ecrit_param(store, key, value);
+}
+
+void print(const QStringList& lines) {
+    for (const QString& line : lines)
+        std::fputs((line + QLatin1Char('\n')).toUtf8().constData(), stdout);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: flowrun SCENARIO.flow\n");
+        return 2;
+    }
+    QFile file(QString::fromLocal8Bit(argv[1]));
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "flowrun: cannot read %s\n", argv[1]);
+        return 2;
+    }
+    Scenario scenario;
+    try {
+        scenario = parseScenario(file.readAll());
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "flowrun: %s: %s\n", argv[1], e.what());
+        return 2;
+    }
+    alarm(120);  // a flow that hangs is killed, and its test fails
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    int qtArgc = 1;
+    QApplication app(qtArgc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QTemporaryDir dataDir;
+    QDir::setCurrent(dataDir.path());
+    try {
+        seed(scenario);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "flowrun: %s\n", e.what());
+        return 2;
+    }
+
+    FlowLog log;
+    FlowPlatform platform(scenario, log);
+    ScreenRegistry registry;
+    registerScreens(registry);
+    FlowInteraction ui(registry, scenario, log);
+    Context ctx(platform, ui);
+    ui.attach(ctx);
+    const DirSnapshot before = snapshotDir(dataDir.path());
+
+    // The end of the program, or of the script: nothing after it runs.
+    ui.finish = [&](bool ended) {
+        print(log.lines);
+        print({QStringLiteral("-- records")});
+        print(changedRecords(before, snapshotDir(dataDir.path())));
+        print({QStringLiteral("-- wire")});
+        print(platform.wireReport());
+        for (const DialogReply& r : ui.unusedReplies())
+            print({QStringLiteral("unused dialog reply, line %1: %2")
+                       .arg(r.line)
+                       .arg(quoted(r.expected))});
+        if (!ended && ui.topmost())
+            print({QStringLiteral("in front: %1").arg(ui.topmost()->objectName())});
+        print({ended ? QStringLiteral("ended: yes") : QStringLiteral("ended: no")});
+        std::fflush(stdout);
+        QDir::setCurrent(QDir::tempPath());
+        QDir(dataDir.path()).removeRecursively();
+        platform.removeFiles();
+        _exit(0);
+    };
+    StepRunner runner(scenario.steps, ui, log);
+    runner.begin();
+    return QApplication::exec();
+}

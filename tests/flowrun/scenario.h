@@ -1,0 +1,53 @@
+#pragma once
+// A flow scenario: the data directory to seed, the ports and the clock, the
+// prompt dialog's scripted replies, and the steps a user takes.
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+#include <deque>
+#include <map>
+#include <vector>
+
+struct SeedRecord {
+    QString file;
+    int number = 0;
+    QByteArray bytes;
+};
+
+struct SeedFile {
+    QString file;
+    QByteArray bytes;
+};
+
+struct DialogReply {
+    int line = 0;
+    QString expected;  // msg_dialogue as the caller sets it
+    int retour = 0;
+    QString text;
+};
+
+struct Step {
+    int line = 0;
+    QString
+        verb;  // start, open, fill, click, dblclick, choose, tick, select, timer, key, read, wait
+    QStringList args;  // the words after the verb, unquoted
+};
+
+struct Scenario {
+    QDateTime clock = QDateTime(QDate(2026, 11, 16), QTime(10, 20, 30));
+    std::vector<std::pair<QString, QString>> params;  // in order of writing
+    std::vector<SeedFile> files;
+    std::vector<SeedRecord> records;
+    std::map<int, QString> ports;  // port number -> "pty" or "missing"
+    std::map<int, bool> usb;       // family (0 T1, 1 T3) -> reachable
+    QStringList absent;            // screens taken out of this run's build
+    std::deque<DialogReply> dialogs;
+    std::vector<Step> steps;
+};
+
+// Reads a scenario; throws std::runtime_error with the line on a bad one.
+Scenario parseScenario(const QByteArray& text);
+
+// Record length of a shared file by its name on disk.
+int recordLengthOf(const QString& fileName);

@@ -1,0 +1,31 @@
+#pragma once
+// Runs the scenario's steps one by one from queued timers, so that a step
+// that opens a modal screen (which runs its own event loop) does not stop the
+// next steps: they then act on the modal screen.
+#include <QObject>
+#include <vector>
+
+#include "flow_interaction.h"
+#include "flow_log.h"
+#include "scenario.h"
+
+class StepRunner : public QObject {
+    Q_OBJECT
+  public:
+    StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log);
+    void begin();
+
+  private:
+    void runNext();
+    void execute(const Step& step);
+    void act(const Step& step, Screen& screen);
+    QWidget* control(const Step& step, Screen& screen, int argCount);
+
+    std::vector<Step> steps_;
+    size_t next_ = 0;
+    FlowInteraction& ui_;
+    FlowLog& log_;
+    // The modal depth at the start of each step still running: a later step
+    // may only run inside a modal loop that a running step opened.
+    std::vector<int> running_;
+};

@@ -1,0 +1,23 @@
+# Runs one flow and compares its report with the expected file beside it.
+string(REGEX REPLACE "\\.flow$" ".expected" expected "${FLOW}")
+execute_process(COMMAND "${FLOWRUN}" "${FLOW}" OUTPUT_VARIABLE report ERROR_VARIABLE errors
+                RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "flowrun failed (${status}):\n${errors}\n${report}")
+endif()
+if("$ENV{KALVO_REGENERATE_FLOWS}" STREQUAL "1")
+  file(WRITE "${expected}" "${report}")
+  message(STATUS "written ${expected}")
+  return()
+endif()
+if(NOT EXISTS "${expected}")
+  message(FATAL_ERROR "no expected file ${expected}; report was:\n${report}")
+endif()
+file(READ "${expected}" wanted)
+if(NOT report STREQUAL wanted)
+  # The report is kept beside the test's build folder for a look.
+  get_filename_component(name "${expected}" NAME)
+  file(WRITE "${name}.actual" "${report}")
+  execute_process(COMMAND diff -u "${expected}" "${name}.actual")
+  message(FATAL_ERROR "report differs from ${expected}")
+endif()
