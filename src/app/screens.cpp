@@ -1,5 +1,7 @@
 #include "app/screens.h"
 
+#include "expert/form1.h"
+#include "kitchen/nox_sei2.h"
 #include "shell/screen_registry.h"
 #include "startup/menuimp.h"
 
@@ -13,6 +15,10 @@ void add(ScreenRegistry& registry, const char* name) {
 void registerScreens(ScreenRegistry& registry) {
     // Start-up and main menu.
     add<menuimp>(registry, "menuimp");
+
+    // Expert ticket printer and kitchen printer screens.
+    add<Form1>(registry, "Form1");
+    add<nox_sei2>(registry, "nox_sei2");
 
     // A screen that is not listed here does not exist in this build:
     // showScreen answers false for it.

@@ -1,0 +1,20 @@
+#pragma once
+// nox_sei2, the kitchen printer's screen: the expert screen's twin on the
+// kitchen's own file (w_imprc5.wdo on file number 20 while it is open) and on
+// the kitchen port of icc. "Fin" always saves, asks whether the kitchen has a
+// printer of its own, and gives the place back to Form1.
+#include "shell/printer_form.h"
+
+class nox_sei2 : public PrinterForm {
+    Q_OBJECT
+  public:
+    explicit nox_sei2(Context& ctx);
+
+    void load() override;
+    void bt_prog_Click(int index) override;
+
+    void fin_cuisine();
+    void imprime_cuisine();
+    void sauve_cuisine() { saveRecords(); }
+    void ouvre_ind_poste();
+};
