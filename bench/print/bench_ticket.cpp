@@ -17,7 +17,8 @@
 
 #include "print/accents.h"
 #include "print/channels.h"
-#include "print/pty_pair.h"
+#include "support/pty_pair.h"
+#include "support/wine_ports.h"
 #include "print/qt_mscomm.h"
 #include "print/standard_ticket.h"
 

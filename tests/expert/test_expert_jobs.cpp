@@ -2,28 +2,11 @@
 #include <QtTest>
 #include <functional>
 
-#include "expert/printer_test_kit.h"
 #include "expert/test_jobs.h"
+#include "print/standard_ticket.h"
+#include "support/golden.h"
 
 namespace {
-
-// The fields as the standard EPSON model leaves them, margin 4.
-TicketFields standardFields() {
-    TicketFields f;
-    f.init1 = {"027", "064", " ", " ", " "};
-    f.init2 = {"027", "116", "016", " ", " ", " "};
-    f.init3 = {" ", " ", " ", " ", " ", " "};
-    f.boldOn = {"027", "069", "001", " ", " ", " "};
-    f.boldOff = {"027", "069", "000", " ", " ", " "};
-    f.italicOn = {"027", "045", "049", " ", " ", " "};
-    f.italicOff = {"027", "045", "048", " ", " ", " "};
-    f.cut = {"029", "086", "048", " ", " "};
-    f.margin = "4";
-    f.feed = "5";
-    f.samples = {"Test Imprimante Ticket", "Logiciel de Caisse", "Texte en Gras",
-                 "Texte en Italique", QString::fromUtf8("Accents :  é è ê à ç")};
-    return f;
-}
 
 const QDate today(2026, 11, 16);
 
@@ -35,7 +18,7 @@ class ExpertJobs : public QObject {
     void everyJob_data() {
         QTest::addColumn<QString>("golden");
         QTest::addColumn<std::function<Job()>>("compose");
-        const TicketFields f = standardFields();
+        const TicketFields f = standardTicketFields();
         QTest::newRow("code_barres")
             << "code_barres.job" << std::function<Job()>([f] { return test_jobs::code_barres(f); });
         QTest::newRow("ean_serie")
@@ -60,27 +43,20 @@ class ExpertJobs : public QObject {
         QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
     }
 
-    // The page of cheque 5 as it lies on the slip: the stub, then the body.
+    // The page of cheque 5 as it lies on the slip: the stub, then the body,
+    // every line 116 columns.
     void chequeFivePage() {
         const QList<QByteArray> page = test_jobs::chequePage(today);
-        QCOMPARE(page.size(), 16);
-        for (const QByteArray& line : page) QCOMPARE(line.size(), 116);
         QByteArray text;
         for (const QByteArray& line : page) text += line + '\n';
         const QString mismatch = goldenMismatch("expert", "cheque5_page.txt", text);
         QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
-        // Body columns count from 48: amount, town and date stand at 56 of the body.
-        QCOMPARE(page[7].mid(47 + 55, 10), QByteArray("**175.95**"));
-        QCOMPARE(page[11].mid(47 + 55, 10), QByteArray("16/11/2026"));
-        QCOMPARE(page[5].mid(47 + 14).trimmed(), QByteArray("**Cent soixante quinze Euros et**"));
-        QCOMPARE(page[6].mid(47).trimmed(), QByteArray("**quatre vingt quinze centimes**"));
-        QCOMPARE(page[7].mid(9, 31), QByteArray("N\xb0 Compte : 123 21452 2569 854 "));
     }
 
     // A failing margin stops the job after the writes before it; blank
     // initialisations are still three empty writes.
     void failureAndBlankSequences() {
-        TicketFields f = standardFields();
+        TicketFields f = standardTicketFields();
         f.margin = "-2";
         f.init1 = f.init3;
         const Job job = test_jobs::ean_serie(f);

@@ -1,6 +1,6 @@
 #include "flow_interaction.h"
 
-#include <QCoreApplication>
+#include <cstdlib>
 
 #include "shell/modal.h"
 #include "shell/screen_registry.h"
@@ -10,8 +10,6 @@ QString quoted(const QString& text) {
     for (const QChar c : text) {
         if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
             out += QLatin1Char('\\') + c;
-        else if (c.unicode() >= 0x20 && c.unicode() < 0x7f)
-            out += c;
         else if (c.unicode() < 0x20)
             out += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
         else
@@ -22,27 +20,24 @@ QString quoted(const QString& text) {
 
 FlowInteraction::FlowInteraction(const ScreenRegistry& registry, const Scenario& scenario,
                                  FlowLog& log)
-    : registry_(registry), absent_(scenario.absent), replies_(scenario.dialogs), log_(log) {}
+    : registry_(registry), absent_(scenario.absent), log_(log) {
+    replies = scenario.dialogs;
+}
 
 void FlowInteraction::showDialog() {
-    const QString asked = ctx_->msg_dialogue;
-    const int kind = ctx_->retour_dialogue;
-    QString line = QStringLiteral("dialog %1 %2").arg(kind).arg(quoted(asked));
-    if (replies_.empty()) {
-        // Nobody scripted an answer: the user presses Escape.
-        ctx_->retour_dialogue = 2;
-        ctx_->msg_dialogue.clear();
+    const QString asked = ctx->msg_dialogue;
+    QString line = QStringLiteral("dialog %1 %2").arg(ctx->retour_dialogue).arg(quoted(asked));
+    if (replies.empty()) {
+        TestInteraction::showDialog();
         log_.add(line + QStringLiteral(" -> UNSCRIPTED, Escape"));
         return;
     }
-    const DialogReply reply = replies_.front();
-    replies_.pop_front();
+    const Reply reply = replies.front();
+    TestInteraction::showDialog();
     if (reply.expected != asked)
         line += QStringLiteral(" MISMATCH, line %1 expects %2")
                     .arg(reply.line)
                     .arg(quoted(reply.expected));
-    ctx_->retour_dialogue = reply.retour;
-    ctx_->msg_dialogue = reply.text;
     line += QStringLiteral(" -> %1").arg(reply.retour);
     if (!reply.text.isEmpty()) line += QLatin1Char(' ') + quoted(reply.text);
     log_.add(line);
@@ -61,7 +56,7 @@ void FlowInteraction::bulle(const QString& texte, const QString& mode) {
 bool FlowInteraction::showScreen(const QString& name, bool modal) {
     log_.add(QStringLiteral("screen %1%2").arg(name, modal ? QStringLiteral(" modal") : QString()));
     std::unique_ptr<Screen> screen =
-        absent_.contains(name) ? nullptr : registry_.create(name, *ctx_);
+        absent_.contains(name) ? nullptr : registry_.create(name, *ctx);
     if (!screen) {
         log_.add(QStringLiteral("screen %1 missing").arg(name));
         return false;
@@ -80,23 +75,20 @@ bool FlowInteraction::showScreen(const QString& name, bool modal) {
     return true;
 }
 
-void FlowInteraction::letEventsRun() {
-    QCoreApplication::processEvents();
-}
-
 void FlowInteraction::endProgram() {
-    if (ctx_) ctx_->store.closeAll();
-    log_.add(QStringLiteral("end of program"));
-    finish(true);
-    std::abort();  // finish never returns
+    end();
 }
 
 void FlowInteraction::fatal(const QString& what) {
     log_.add(QStringLiteral("fatal %1").arg(quoted(what)));
-    if (ctx_) ctx_->store.closeAll();
+    end();
+}
+
+void FlowInteraction::end() {
+    if (ctx) ctx->store.closeAll();
     log_.add(QStringLiteral("end of program"));
     finish(true);
-    std::abort();
+    std::abort();  // finish never returns
 }
 
 Screen* FlowInteraction::topmost() const {

@@ -11,12 +11,12 @@
 #include "app/screens.h"
 #include "file_diff.h"
 #include "flow_interaction.h"
-#include "flow_platform.h"
 #include "scenario.h"
 #include "shell/screen_registry.h"
 #include "step_runner.h"
 #include "store/param_table.h"
 #include "store/record_store.h"
+#include "support/test_platform.h"
 
 namespace {
 
@@ -35,6 +35,46 @@ void seed(const Scenario& s) {
     store.closeAll();
     for (const auto& [key, value] : s.params) ecrit_param(store, key, value);
 }
+
+// The test platform, with the scenario's ports and USB families, whose
+// browser starts and is written to the report.
+class FlowPlatform : public TestPlatform {
+  public:
+    FlowPlatform(const Scenario& s, FlowLog& log) : TestPlatform(ptyPorts(s)), log_(log) {
+        clock = s.clock;
+        usbFamilies.t1.reachable = s.usb.count(0) && s.usb.at(0);
+        usbFamilies.t3.reachable = s.usb.count(1) && s.usb.at(1);
+    }
+    bool openBrowser(const QString& browserPath, const QString& page) override {
+        log_.add(QStringLiteral("browser %1 %2").arg(quoted(browserPath), quoted(page)));
+        return true;
+    }
+    // "COM1: 1b 40 ..." for each captured port, "T1: ..." for each USB family
+    // written to.
+    QStringList wireReport() {
+        QStringList lines;
+        for (auto& [n, pty] : ptys) {
+            const QByteArray bytes = pty->received();
+            lines << QStringLiteral("COM%1: %2")
+                         .arg(n)
+                         .arg(bytes.isEmpty() ? "nothing" : hexBytes(bytes));
+        }
+        for (const auto& [name, family] :
+             {std::pair{"T1", &usbFamilies.t1}, std::pair{"T3", &usbFamilies.t3}})
+            if (const QByteArray bytes = family->writes.join(); !bytes.isEmpty())
+                lines << QStringLiteral("%1: %2").arg(QLatin1String(name), hexBytes(bytes));
+        return lines;
+    }
+
+  private:
+    static std::set<int> ptyPorts(const Scenario& s) {
+        std::set<int> ports;
+        for (const auto& [n, how] : s.ports)
+            if (how == QLatin1String("pty")) ports.insert(n);
+        return ports;
+    }
+    FlowLog& log_;
+};
 
 void print(const QStringList& lines) {
     for (const QString& line : lines)
@@ -81,7 +121,7 @@ int main(int argc, char** argv) {
     registerScreens(registry);
     FlowInteraction ui(registry, scenario, log);
     Context ctx(platform, ui);
-    ui.attach(ctx);
+    ui.ctx = &ctx;
     const DirSnapshot before = snapshotDir(dataDir.path());
 
     // The end of the program, or of the script: nothing after it runs.
@@ -91,7 +131,7 @@ int main(int argc, char** argv) {
         print(changedRecords(before, snapshotDir(dataDir.path())));
         print({QStringLiteral("-- wire")});
         print(platform.wireReport());
-        for (const DialogReply& r : ui.unusedReplies())
+        for (const Reply& r : ui.replies)
             print({QStringLiteral("unused dialog reply, line %1: %2")
                        .arg(r.line)
                        .arg(quoted(r.expected))});

@@ -152,9 +152,9 @@ Scenario parseScenario(const QByteArray& text) {
             s.absent << QString::fromUtf8(t[1].text);
         } else if (verb == "dialog") {
             need(t, 3, line);
-            DialogReply r{line, QString::fromUtf8(t[1].text), numberOf(t[2], line), QString()};
-            if (t.size() > 3) r.text = QString::fromUtf8(t[3].text);
-            s.dialogs.push_back(r);
+            s.dialogs.push_back({numberOf(t[2], line),
+                                 t.size() > 3 ? QString::fromUtf8(t[3].text) : QString(),
+                                 QString::fromUtf8(t[1].text), line});
         } else if (stepVerbs.contains(QString::fromUtf8(verb))) {
             Step step{line, QString::fromUtf8(verb), {}};
             for (size_t k = 1; k < t.size(); ++k) step.args << QString::fromUtf8(t[k].text);

@@ -9,6 +9,8 @@
 #include <map>
 #include <vector>
 
+#include "support/test_interaction.h"
+
 struct SeedRecord {
     QString file;
     int number = 0;
@@ -18,13 +20,6 @@ struct SeedRecord {
 struct SeedFile {
     QString file;
     QByteArray bytes;
-};
-
-struct DialogReply {
-    int line = 0;
-    QString expected;  // msg_dialogue as the caller sets it
-    int retour = 0;
-    QString text;
 };
 
 struct Step {
@@ -42,7 +37,7 @@ struct Scenario {
     std::map<int, QString> ports;  // port number -> "pty" or "missing"
     std::map<int, bool> usb;       // family (0 T1, 1 T3) -> reachable
     QStringList absent;            // screens taken out of this run's build
-    std::deque<DialogReply> dialogs;
+    std::deque<Reply> dialogs;     // expected: msg_dialogue as the caller sets it
     std::vector<Step> steps;
 };
 

@@ -1,20 +1,19 @@
-// The serial channel on real pseudo-terminals: the ticket byte for byte at
+// The serial channel on real pseudo-terminals: the tickets byte for byte at
 // the far end, the settings the far end sees, and every failure a user can
 // cause, with the port left as the action left it.
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QSerialPort>
 #include <QTest>
-#include <memory>
 
-#include "golden.h"
 #include "print/channels.h"
 #include "print/port_device.h"
 #include "print/qt_mscomm.h"
-#include "pty_pair.h"
 #include "standard_ticket.h"
 #include "store/failure.h"
+#include "support/golden.h"
+#include "support/pty_pair.h"
+#include "support/wine_ports.h"
 
 namespace {
 
@@ -24,24 +23,17 @@ const LetEventsRun letEventsRun = [] { QCoreApplication::processEvents(); };
 // The steps of a print action as the screens run them: port, open,
 // settings, the writes, close; the first failure leaves the action and the
 // port as it stands. Returns the failure's text, empty when all went well.
-QString printAction(MSComm& port, int number, const QString& settings, const Job& job,
-                    int mode = 2) {
+QString printAction(MSComm& port, const QString& settings, const Job& job) {
     try {
-        port.setCommPort(number);
+        port.setCommPort(printerPort);
         port.setPortOpen(true);
         port.setSettings(settings);
-        sendSerial(port, job, mode, letEventsRun);
+        sendSerial(port, job, 2, letEventsRun);
         port.setPortOpen(false);
     } catch (const Failure& failure) {
         return QString::fromStdString(failure.what());
     }
     return {};
-}
-
-QByteArray jobBytes(const Job& job) {
-    QByteArray all;
-    for (const Write& w : job.writes) all += w.bytes;
-    return all;
 }
 
 }  // namespace
@@ -50,6 +42,11 @@ class TestSerial : public QObject {
     Q_OBJECT
     std::unique_ptr<PtyPair> pty_;
     std::unique_ptr<WinePorts> ports_;
+
+    void openPrinterPort(QtMSComm& port) {
+        port.setCommPort(printerPort);
+        port.setPortOpen(true);
+    }
 
   private slots:
     void init() {
@@ -63,32 +60,26 @@ class TestSerial : public QObject {
         pty_.reset();
     }
 
-    void standardTicketOnTheWire() {
-        const QByteArray expected = golden("ticket_standard.bin");
-        QVERIFY2(!expected.isEmpty(), "golden file ticket_standard.bin is missing");
+    void ticketsOnTheWire_data() {
+        QTest::addColumn<bool>("kitchen");
+        QTest::newRow("ticket_standard.bin") << false;
+        QTest::newRow("kitchen_standard.bin") << true;
+    }
+    void ticketsOnTheWire() {
+        QFETCH(bool, kitchen);
+        const QByteArray expected = golden("print", QTest::currentDataTag());
+        QVERIFY2(!expected.isEmpty(), "the golden file is missing");
         QtMSComm port;
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
+        openPrinterPort(port);
         port.setSettings("9600,n,8,1");
         const termios t = pty_->slaveTermios();
         QCOMPARE(cfgetospeed(&t), speed_t(B9600));
-        QCOMPARE(t.c_cflag & CSIZE, tcflag_t(CS8));
-        QCOMPARE(t.c_cflag & (PARENB | CSTOPB), tcflag_t(0));
+        QCOMPARE(t.c_cflag & (CSIZE | PARENB | CSTOPB), tcflag_t(CS8));
         QCOMPARE(t.c_oflag & OPOST, tcflag_t(0));  // raw: no line feed turned into CR LF
-        sendSerial(port, composeTestTicket(standardTicketFields()), 2, letEventsRun);
+        const Job job = kitchen ? composeKitchenTicket(standardKitchenFields())
+                                : composeTestTicket(standardTicketFields());
+        sendSerial(port, job, 2, letEventsRun, kitchen);
         port.setPortOpen(false);  // straight after the last write
-        QCOMPARE(pty_->received(), expected);
-    }
-
-    void kitchenTicketOnTheWire() {
-        const QByteArray expected = golden("kitchen_standard.bin");
-        QVERIFY2(!expected.isEmpty(), "golden file kitchen_standard.bin is missing");
-        QtMSComm port;
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
-        port.setSettings("9600,n,8,1");
-        sendSerial(port, composeKitchenTicket(standardKitchenFields()), 2, letEventsRun, true);
-        port.setPortOpen(false);
         QCOMPARE(pty_->received(), expected);
     }
 
@@ -98,21 +89,17 @@ class TestSerial : public QObject {
         QByteArray big(256 * 1024, '\0');
         for (qsizetype i = 0; i < big.size(); ++i) big[i] = char(i * 7);
         QtMSComm port;
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
+        openPrinterPort(port);
         port.output(big);
         port.setPortOpen(false);
         QCOMPARE(pty_->received(), big);
     }
 
     void receivedBytesReachTheEvent() {
-        // What the device sends back arrives whole through the port's event.
         QtMSComm port;
         QByteArray seen;
         port.setOnReceive([&seen](const QByteArray& received) { seen += received; });
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
-        port.setSettings("9600,n,8,1");
+        openPrinterPort(port);
         QCOMPARE(::write(pty_->masterFd(), "READY", 5), ssize_t(5));
         QTRY_COMPARE_WITH_TIMEOUT(seen, QByteArray("READY"), 2000);
         port.setPortOpen(false);
@@ -120,8 +107,7 @@ class TestSerial : public QObject {
 
     void envoiSerieKeepsTheTranslation() {
         QtMSComm port;
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
+        openPrinterPort(port);
         QByteArray text("\xF4 \xE0 \x80");
         envoi_serie(port, text, 1);
         QCOMPARE(text, QByteArray("o a E"));
@@ -132,48 +118,20 @@ class TestSerial : public QObject {
     void settings_data() {
         QTest::addColumn<QString>("settings");
         QTest::addColumn<QString>("verdict");  // "yes", "no", or "device": the device decides
-        QTest::addColumn<int>("speed");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<int>("parity");  // c_cflag bits PARENB | PARODD
-        QTest::addColumn<bool>("twoStops");
-        QTest::newRow("9600,n,8,1") << "9600,n,8,1"
-                                    << "yes" << int(B9600) << int(CS8) << 0 << false;
-        QTest::newRow("19200,N,8,2") << "19200,N,8,2"
-                                     << "yes" << int(B19200) << int(CS8) << 0 << true;
-        QTest::newRow("115200,n,8,1") << "115200,n,8,1"
-                                      << "yes" << int(B115200) << int(CS8) << 0 << false;
-        QTest::newRow("4800,e,7,2") << "4800,e,7,2"
-                                    << "device" << int(B4800) << int(CS7) << int(PARENB) << true;
-        QTest::newRow("2400,N,8,1") << "2400,N,8,1"
-                                    << "yes" << int(B2400) << int(CS8) << 0 << false;
-        QTest::newRow("two commas") << "9600,n,,1"
-                                    << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("empty") << ""
-                               << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("three parts") << "9600,n,8"
-                                     << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("five parts") << "9600,n,8,1,"
-                                    << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("blank") << " 9600,n,8,1"
-                               << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("parity x") << "9600,x,8,1"
-                                  << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("speed 0") << "0,n,8,1"
-                                 << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("speed negative") << "-9600,n,8,1"
-                                        << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("speed letters") << "96a0,n,8,1"
-                                       << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("speed fraction") << "9600.5,n,8,1"
-                                        << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("9 data bits") << "9600,n,9,1"
-                                     << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("4 data bits, refused by the port") << "9600,n,4,1"
-                                                          << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("stop 3") << "9600,n,8,3"
-                                << "no" << 0 << 0 << 0 << false;
-        QTest::newRow("stop 0") << "9600,n,8,0"
-                                << "no" << 0 << 0 << 0 << false;
+        QTest::addColumn<QList<int>>("seen");  // speed, size, PARENB|PARODD, two stop bits
+        const auto row = [](const char* text, const char* verdict, QList<int> seen) {
+            QTest::addRow("%s '%s'", verdict, text) << QString(text) << QString(verdict) << seen;
+        };
+        row("9600,n,8,1", "yes", {B9600, CS8, 0, 0});
+        row("19200,N,8,2", "yes", {B19200, CS8, 0, 1});
+        row("115200,n,8,1", "yes", {B115200, CS8, 0, 0});
+        row("2400,N,8,1", "yes", {B2400, CS8, 0, 0});
+        row("4800,e,7,2", "device", {B4800, CS7, PARENB, 1});
+        for (const char* refused :
+             {"9600,n,,1", "", "9600,n,8", "9600,n,8,1,", " 9600,n,8,1", "9600,x,8,1", "0,n,8,1",
+              "-9600,n,8,1", "96a0,n,8,1", "9600.5,n,8,1", "9600,n,9,1", "9600,n,4,1", "9600,n,8,3",
+              "9600,n,8,0"})
+            row(refused, "no", {});
     }
     // Settings given to the open port, as the screens do. A refused text
     // fails at that step, sends nothing and leaves the port open, so the next
@@ -181,9 +139,9 @@ class TestSerial : public QObject {
     void settings() {
         QFETCH(QString, settings);
         QFETCH(QString, verdict);
+        QFETCH(QList<int>, seen);
         QtMSComm port;
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
+        openPrinterPort(port);
         const termios before = pty_->slaveTermios();
         bool refused = false;
         try {
@@ -204,14 +162,9 @@ class TestSerial : public QObject {
             QCOMPARE(pty_->received(50), QByteArray());
             return;
         }
-        QFETCH(int, speed);
-        QFETCH(int, size);
-        QFETCH(int, parity);
-        QFETCH(bool, twoStops);
-        QCOMPARE(int(cfgetospeed(&t)), speed);
-        QCOMPARE(int(t.c_cflag & CSIZE), size);
-        QCOMPARE(int(t.c_cflag & (PARENB | PARODD)), parity);
-        QCOMPARE(bool(t.c_cflag & CSTOPB), twoStops);
+        const QList<int> actual{int(cfgetospeed(&t)), int(t.c_cflag & CSIZE),
+                                int(t.c_cflag & (PARENB | PARODD)), int(bool(t.c_cflag & CSTOPB))};
+        QCOMPARE(actual, seen);
         QCOMPARE(port.settings(), settings);
         port.setPortOpen(false);
     }
@@ -220,9 +173,8 @@ class TestSerial : public QObject {
     // device, in the middle of a print action.
     void deviceRefusesTheSettings() {
         QtMSComm port;
-        const QString failure =
-            printAction(port, printerPort, "9600,e,8,1", composeTestTicket(standardTicketFields()));
-        if (failure.isEmpty()) QSKIP("this kernel's pseudo-terminals take parity");
+        if (printAction(port, "9600,e,8,1", composeTestTicket(standardTicketFields())).isEmpty())
+            QSKIP("this kernel's pseudo-terminals take parity");
         QVERIFY(port.portOpen());
         QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
         port.setPortOpen(false);
@@ -234,8 +186,7 @@ class TestSerial : public QObject {
         port.setSettings("19200,n,8,2");
         QVERIFY_THROWS_EXCEPTION(Failure, port.setSettings("19200,n,,2"));
         QCOMPARE(port.settings(), QString("19200,n,8,2"));
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
+        openPrinterPort(port);
         const termios t = pty_->slaveTermios();
         QCOMPARE(cfgetospeed(&t), speed_t(B19200));
         QVERIFY(t.c_cflag & CSTOPB);
@@ -257,13 +208,13 @@ class TestSerial : public QObject {
         if (fault == "cut") f.cut[1] = "999";
         if (fault == "margin") f.margin = "-2";
         const Job job = composeTestTicket(f);
+        QByteArray before;
+        for (const Write& w : job.writes) before += w.bytes;
         QtMSComm port;
-        QVERIFY(!printAction(port, printerPort, "9600,n,8,1", job).isEmpty());
+        QVERIFY(!printAction(port, "9600,n,8,1", job).isEmpty());
         QVERIFY(port.portOpen());
-        const QByteArray full = golden("ticket_standard.bin");
-        QVERIFY(!full.isEmpty());
         // What arrives is the start of the good ticket, cut where it failed.
-        const QByteArray before = jobBytes(job);
+        const QByteArray full = golden("print", "ticket_standard.bin");
         QCOMPARE(pty_->waitFor(before.size(), 2000), full.left(before.size()));
         QCOMPARE(pty_->received(50).size(), before.size());
         if (fault == "margin") QCOMPARE(before, QByteArray("\x1b@\x1bt\x10"));
@@ -272,38 +223,29 @@ class TestSerial : public QObject {
         port.setPortOpen(false);
     }
 
+    // The sales program beside holds the port: the open fails, and works
+    // again once the port is free.
     void portHeldByAnotherProcess() {
         QProcess holder;
         holder.start(QStringLiteral(KALVO_PORT_HOLDER), {QString::number(printerPort)});
         QVERIFY(holder.waitForReadyRead(5000));
         QCOMPARE(holder.readAll().trimmed(), QByteArray("open"));
         QtMSComm port;
-        port.setCommPort(printerPort);
-        QVERIFY_THROWS_EXCEPTION(Failure, port.setPortOpen(true));
+        QVERIFY(
+            !printAction(port, "9600,n,8,1", composeTestTicket(standardTicketFields())).isEmpty());
         QVERIFY(!port.portOpen());
         holder.closeWriteChannel();
         QVERIFY(holder.waitForFinished(5000));
-        port.setPortOpen(true);  // free again
-        port.setPortOpen(false);
-    }
-
-    void portHeldByAnotherQSerialPort() {
-        QSerialPort other(portDevice(printerPort));
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        QtMSComm port;
-        QVERIFY(
-            !printAction(port, printerPort, "9600,n,8,1", composeTestTicket(standardTicketFields()))
-                 .isEmpty());
-        QVERIFY(!port.portOpen());
         QCOMPARE(pty_->received(50), QByteArray());
+        openPrinterPort(port);
+        port.setPortOpen(false);
     }
 
     void portRules() {
         QtMSComm port;
         QVERIFY_THROWS_EXCEPTION(Failure, port.setCommPort(0));  // no port selected
         QVERIFY_THROWS_EXCEPTION(Failure, port.output("x"));     // closed
-        port.setCommPort(printerPort);
-        port.setPortOpen(true);
+        openPrinterPort(port);
         QVERIFY_THROWS_EXCEPTION(Failure, port.setCommPort(4));
         QCOMPARE(port.commPort(), printerPort);
         port.output(QByteArray());  // an empty text sends nothing and is no failure
@@ -338,20 +280,17 @@ class TestSerial : public QObject {
         QCOMPARE(portDevice(5), QString("/dev/ttyS4"));
         QVERIFY(ports_->link(6, "/nonexistent/device"));
         QCOMPARE(portDevice(6), ports_->linkPath(6));
-        {
-            // Without WINEPREFIX the prefix is ~/.wine.
-            const QByteArray prefix = qgetenv("WINEPREFIX");
-            const QByteArray home = qgetenv("HOME");
-            qunsetenv("WINEPREFIX");
-            qputenv("HOME", prefix);
-            QDir(prefix).mkpath(".wine/dosdevices");
-            QFile::link(pty_->slavePath(),
-                        QString::fromLocal8Bit(prefix) + "/.wine/dosdevices/com2");
-            const QString device = portDevice(2);
-            qputenv("HOME", home);
-            qputenv("WINEPREFIX", prefix);
-            QCOMPARE(device, pty_->slavePath());
-        }
+        // Without WINEPREFIX the prefix is ~/.wine.
+        const QByteArray prefix = qgetenv("WINEPREFIX");
+        const QByteArray home = qgetenv("HOME");
+        qunsetenv("WINEPREFIX");
+        qputenv("HOME", prefix);
+        QDir(prefix).mkpath(".wine/dosdevices");
+        QFile::link(pty_->slavePath(), QString::fromLocal8Bit(prefix) + "/.wine/dosdevices/com2");
+        const QString device = portDevice(2);
+        qputenv("HOME", home);
+        qputenv("WINEPREFIX", prefix);
+        QCOMPARE(device, pty_->slavePath());
     }
 };
 

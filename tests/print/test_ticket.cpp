@@ -1,72 +1,52 @@
 // The test tickets as compositions: which writes, in which order, which of
-// them are translated, and where a failure stops them.
+// them are translated or let events run, and where a failure stops them.
 #include "print/test_ticket.h"
 
 #include <QTest>
 
 #include "standard_ticket.h"
-
-namespace {
-
-using How = Write::How;
-
-QByteArray bytes(std::initializer_list<int> values) {
-    QByteArray out;
-    for (int v : values) out.append(char(v));
-    return out;
-}
-
-}  // namespace
+#include "support/golden.h"
 
 class TestTicket : public QObject {
     Q_OBJECT
   private slots:
-    void standardTicketWrites() {
-        const Job job = composeTestTicket(standardTicketFields());
-        QVERIFY(!job.failed);
-        // 3 initialisations, 7 lines, 5 feed lines, 4 cut bytes, the closing blank line.
-        QCOMPARE(job.writes.size(), size_t(3 + 7 + 5 + 4 + 1));
-        const QList<How> hows{How::Direct,     How::Direct,    How::Direct,     How::Translated,
-                              How::Direct,     How::Direct,    How::Translated, How::Translated,
-                              How::Translated, How::Translated};
-        for (int i = 0; i < hows.size(); ++i) QCOMPARE(job.writes[size_t(i)].how, hows[i]);
-        QCOMPARE(job.writes[2].bytes, QByteArray());  // initialisation 3 is sent even empty
-        for (size_t i = 10; i < 15; ++i) {
-            QCOMPARE(job.writes[i].bytes, QByteArray(" \n"));
-            QVERIFY(job.writes[i].letEventsRunAfter);
-        }
-        for (size_t i = 0; i < 10; ++i) QVERIFY(!job.writes[i].letEventsRunAfter);
-        QCOMPARE(job.writes[15].bytes, bytes({29}));
-        QCOMPARE(job.writes[18].bytes, bytes({0}));
-        QCOMPARE(job.writes[19].bytes, QByteArray(" \n"));
+    // The standard ticket: 3 initialisations (the third sent even empty), 7
+    // lines, 5 feed lines that let events run, 4 cut bytes, a closing line.
+    void standardTickets_data() {
+        QTest::addColumn<bool>("kitchen");
+        QTest::newRow("ticket_standard.job") << false;
+        QTest::newRow("kitchen_standard.job") << true;
+    }
+    void standardTickets() {
+        QFETCH(bool, kitchen);
+        const Job job = kitchen ? composeKitchenTicket(standardKitchenFields())
+                                : composeTestTicket(standardTicketFields());
+        const QString mismatch = goldenMismatch("print", QTest::currentDataTag(), describeJob(job));
+        QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
     }
 
     void marginAndFeed_data() {
         QTest::addColumn<QString>("margin");
         QTest::addColumn<QString>("feed");
-        QTest::addColumn<QByteArray>("ruleLine");
+        QTest::addColumn<int>("marginBlanks");
         QTest::addColumn<int>("feedLines");
-        const QByteArray rule = QByteArray(32, '-') + '\n';
         QTest::newRow("zero") << "0"
-                              << "0" << rule << 0;
+                              << "0" << 0 << 0;
         QTest::newRow("empty") << ""
-                               << "" << rule << 0;
+                               << "" << 0 << 0;
         QTest::newRow("letters") << "abc"
-                                 << "x" << rule << 0;
+                                 << "x" << 0 << 0;
         QTest::newRow("leading number") << " 2x"
-                                        << "3 lines"
-                                        << "  " + rule << 3;
+                                        << "3 lines" << 2 << 3;
         QTest::newRow("halves to even") << "2.5"
-                                        << "2.5"
-                                        << "  " + rule << 2;
+                                        << "2.5" << 2 << 2;
         QTest::newRow("negative feed") << "1"
-                                       << "-3"
-                                       << " " + rule << 0;
+                                       << "-3" << 1 << 0;
     }
     void marginAndFeed() {
         QFETCH(QString, margin);
         QFETCH(QString, feed);
-        QFETCH(QByteArray, ruleLine);
+        QFETCH(int, marginBlanks);
         QFETCH(int, feedLines);
         TicketFields f = standardTicketFields();
         f.margin = margin;
@@ -74,9 +54,10 @@ class TestTicket : public QObject {
         f.cutWanted = false;
         const Job job = composeTestTicket(f);
         QVERIFY(!job.failed);
-        QCOMPARE(job.writes[3].bytes, ruleLine);
+        const QByteArray rule = QByteArray(marginBlanks, ' ') + QByteArray(32, '-') + '\n';
+        QCOMPARE(job.writes[3].bytes, rule);
         QCOMPARE(job.writes.size(), size_t(10 + feedLines));
-        QCOMPARE(job.writes.back().bytes, feedLines ? QByteArray(" \n") : ruleLine);
+        QCOMPARE(job.writes.back().bytes, feedLines ? QByteArray(" \n") : rule);
     }
 
     // A failure keeps the writes composed before it and nothing after it.
@@ -112,7 +93,7 @@ class TestTicket : public QObject {
         const Job kitchen = composeKitchenTicket(f);
         QVERIFY(kitchen.failed);
         QCOMPARE(int(kitchen.writes.size()), kitchenWritesBefore);
-        if (fault == "cut") QCOMPARE(job.writes.back().bytes, bytes({29}));
+        if (fault == "cut") QCOMPARE(job.writes.back().bytes, QByteArray("\x1d"));
     }
 
     void noCutWhenUnchecked() {

@@ -10,7 +10,7 @@
 #include "shell/info_bubble.h"
 #include "shell/onscreen_keyboard.h"
 #include "shell/prompt_dialog.h"
-#include "shell_test_support.h"
+#include "support/test_run.h"
 
 namespace {
 bool save(QWidget& w, const QString& folder, const QString& name) {
@@ -23,8 +23,7 @@ bool save(QWidget& w, const QString& folder, const QString& name) {
     return ok;
 }
 
-bool dialog(TestContext& t, const QString& folder, const QString& name, const QString& msg,
-            int kind) {
+bool dialog(TestRun& t, const QString& folder, const QString& name, const QString& msg, int kind) {
     form97 d(t.ctx);
     t.ctx.msg_dialogue = msg;
     t.ctx.retour_dialogue = kind;
@@ -38,7 +37,7 @@ int main(int argc, char** argv) {
     installFonts();
     const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(".");
     QDir().mkpath(folder);
-    TestContext t;
+    TestRun t;
     charge_theme(t.ctx);
     bool ok = true;
     ok &= dialog(t, folder, QStringLiteral("form97_information"),

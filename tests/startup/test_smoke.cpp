@@ -44,19 +44,14 @@ class SmokeTest : public QObject {
 
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files, QDir::Name),
                  (QStringList{"WFICH142.WDO", "WFICP_IA.WDO", "switch63.wdo", "w_cai020.wdo"}));
-        const QByteArray main = readAll(dir.filePath("WFICH142.WDO"));
-        QCOMPARE(main.size(), 4020);
-        const QByteArray date = main.mid(6, 10);
+        // Its own clock's date in the markers (what the files hold is the
+        // first_start flow's business).
+        const QByteArray date = readAll(dir.filePath("WFICH142.WDO")).mid(6, 10);
         QVERIFY(date == before.toString("MM-dd-yyyy").toLatin1() ||
                 date == after.toString("MM-dd-yyyy").toLatin1());
-        QCOMPARE(main.mid(16), QByteArray(4004, ' '));
         const QByteArray switches = readAll(dir.filePath("switch63.wdo"));
-        QCOMPARE(switches.size(), 1024);
         QVERIFY(switches.startsWith("#INIT#" + date));
         QVERIFY(QTime::fromString(QString::fromLatin1(switches.mid(16, 8)), "HH:mm:ss").isValid());
-        QCOMPARE(switches.mid(24 + 88, 2), QByteArray("1 "));
-        QCOMPARE(readAll(sales).mid(1998 * 20, 20), QByteArray("##00:00:10:00:00:00 "));
-        QCOMPARE(sizeOf(dir.filePath("WFICP_IA.WDO")), 0);
     }
 };
 

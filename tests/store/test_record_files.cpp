@@ -2,21 +2,22 @@
 // behaviour at the edges (beyond the end, closed numbers, a second writer).
 #include <QTest>
 
-#include "scratch_dir.h"
 #include "store/failure.h"
 #include "store/record_files.h"
 #include "store/record_store.h"
 #include "store/records.h"
+#include "support/scratch_dir.h"
 
 namespace {
 const QDate today(2026, 11, 16);
-QByteArray rec20(const QByteArray& text) { return text.leftJustified(20, ' '); }
-QByteArray blanks(int records) { return QByteArray(records * 20, ' '); }
+QByteArray blanks(int records) {
+    return QByteArray(records * 20, ' ');
+}
 }  // namespace
 
 class RecordFilesTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void recordLayer() {
         ScratchDir dir;
         RecordStore store;
@@ -25,9 +26,9 @@ private slots:
         QCOMPARE(store.get(20, 3), QByteArray(20, '\0'));  // beyond the end
         QCOMPARE(store.size(20), 0);                       // ...and no growth
         store.put(20, 3, "abc");
-        QCOMPARE(ScratchDir::read("w_cai020.wdo"), QByteArray(40, '\0') + rec20("abc"));
+        QCOMPARE(ScratchDir::read("w_cai020.wdo"), QByteArray(40, '\0') + padded("abc"));
         store.put(20, 2, QByteArray(25, 'x'));  // cut to one record, neighbours intact
-        QCOMPARE(store.get(20, 3), rec20("abc"));
+        QCOMPARE(store.get(20, 3), padded("abc"));
         QCOMPARE(store.get(20, 2), QByteArray(20, 'x'));
         QVERIFY_THROWS_EXCEPTION(Failure, store.put(20, 0, "x"));
         store.close(20);
@@ -41,14 +42,15 @@ private slots:
         QFile other("WFICH142.WDO");
         QVERIFY(other.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
         for (int n = 1; n <= 50; ++n) {
-            store.put(142, 2 * n, rec20("tool " + QByteArray::number(n)));
+            store.put(142, 2 * n, padded("tool " + QByteArray::number(n)));
             other.seek(qint64(2 * n) * 20);  // record 2n+1
-            other.write(rec20("other " + QByteArray::number(n)));
+            other.write(padded("other " + QByteArray::number(n)));
             other.seek(qint64(2 * n - 1) * 20);
-            QCOMPARE(other.read(20), rec20("tool " + QByteArray::number(n)));
-            QCOMPARE(store.get(142, 2 * n + 1), rec20("other " + QByteArray::number(n)));
+            QCOMPARE(other.read(20), padded("tool " + QByteArray::number(n)));
+            QCOMPARE(store.get(142, 2 * n + 1), padded("other " + QByteArray::number(n)));
         }
-        for (int n = 1; n <= 50; ++n) QCOMPARE(store.get(142, 2 * n), rec20("tool " + QByteArray::number(n)));
+        for (int n = 1; n <= 50; ++n)
+            QCOMPARE(store.get(142, 2 * n), padded("tool " + QByteArray::number(n)));
     }
 
     void fich142Initialisation() {
@@ -60,18 +62,18 @@ private slots:
         QCOMPARE(bytes.left(20), QByteArray("#INIT#11-16-2026    "));
         QCOMPARE(bytes.mid(20), blanks(200));
         // Initialised once: a record written afterwards survives a reopening.
-        store.put(142, 195, rec20("#TIRIND#"));
+        store.put(142, 195, padded("#TIRIND#"));
         ouvre_fich142(store, today.addDays(1));
-        QCOMPARE(store.get(142, 195), rec20("#TIRIND#"));
+        QCOMPARE(store.get(142, 195), padded("#TIRIND#"));
         QCOMPARE(store.get(142, 1).left(16), QByteArray("#INIT#11-16-2026"));
     }
 
     void markerRules_data() {
         QTest::addColumn<QByteArray>("record1");
         QTest::addColumn<bool>("reinitialised");
-        QTest::newRow("marker at position 2") << rec20(" #INIT#11-16-2026") << true;
-        QTest::newRow("marker without date") << rec20("#INIT#") << false;
-        QTest::newRow("lower case") << rec20("#init#") << true;
+        QTest::newRow("marker at position 2") << padded(" #INIT#11-16-2026") << true;
+        QTest::newRow("marker without date") << padded("#INIT#") << false;
+        QTest::newRow("lower case") << padded("#init#") << true;
         QTest::newRow("garbage") << QByteArray("\xff\x00\x13garbage-garbage!", 20) << true;
     }
     void markerRules() {
@@ -98,7 +100,7 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(Failure, ouvre_perifx(store, today));
         const QByteArray bytes = ScratchDir::read("w_perifx.wdo");
         QCOMPARE(bytes.size(), 40000);
-        QCOMPARE(bytes.left(20), rec20("#INIT#11-16-2026"));
+        QCOMPARE(bytes.left(20), padded("#INIT#11-16-2026"));
         QCOMPARE(bytes.mid(20), blanks(1999));
         QVERIFY(store.isOpen(120));
     }
@@ -106,15 +108,17 @@ private slots:
     void perifxCopiesRecordsOneToSixteenAndTheDrawer() {
         ScratchDir dir;
         QByteArray sales;
-        for (int n = 1; n <= 720; ++n) sales += rec20("sales " + QByteArray::number(n));
+        for (int n = 1; n <= 720; ++n) sales += padded("sales " + QByteArray::number(n));
         ScratchDir::write("w_cai020.wdo", sales);
         RecordStore store;
         store.open(20, "w_cai020.wdo", 20);
         ouvre_perifx(store, today);
-        for (int n = 1; n <= 16; ++n) QCOMPARE(store.get(120, n), rec20("sales " + QByteArray::number(n)));
+        for (int n = 1; n <= 16; ++n)
+            QCOMPARE(store.get(120, n), padded("sales " + QByteArray::number(n)));
         QCOMPARE(store.get(120, 17), blanks(1));
         QCOMPARE(store.get(120, 81), blanks(1));  // the listed numbers are not what is copied
-        for (int n = 700; n <= 712; ++n) QCOMPARE(store.get(120, n), rec20("sales " + QByteArray::number(n)));
+        for (int n = 700; n <= 712; ++n)
+            QCOMPARE(store.get(120, n), padded("sales " + QByteArray::number(n)));
         QCOMPARE(store.get(120, 713), blanks(1));
         QCOMPARE(ScratchDir::read("w_cai020.wdo"), sales);
     }
@@ -136,7 +140,7 @@ private slots:
         const QByteArray bytes = ScratchDir::read("Souvprt7.wdo");
         if (rebuilt) {
             QCOMPARE(bytes.size(), 4000);
-            QCOMPARE(bytes.left(40), rec20("9600,n,8,1") + rec20("Imp S\xE9rie : 7"));
+            QCOMPARE(bytes.left(40), padded("9600,n,8,1") + padded("Imp S\xE9rie : 7"));
             QCOMPARE(bytes.mid(40), blanks(198));
         } else {
             QCOMPARE(bytes, QByteArray(20, '\0'));
@@ -151,7 +155,7 @@ private slots:
         QCOMPARE(store.fileName(20), QStringLiteral("w_imprc5.wdo"));
         const QByteArray bytes = ScratchDir::read("w_imprc5.wdo");
         QCOMPARE(bytes.size(), 1001 * 20);
-        QCOMPARE(bytes.left(20), rec20("#INIT#"));
+        QCOMPARE(bytes.left(20), padded("#INIT#"));
         QCOMPARE(ScratchDir::read("w_cai020.wdo").size(), 0);
     }
 

@@ -9,7 +9,7 @@
 
 class RulesTest : public QObject {
     Q_OBJECT
-private slots:
+  private slots:
     void numericReading_data() {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<double>("value");
@@ -27,7 +27,11 @@ private slots:
         QTest::newRow("colon after field") << QByteArray("029:086") << 29.0;
         QTest::newRow("exponent") << QByteArray("1e2") << 100.0;
         QTest::newRow("e without digits") << QByteArray("12e") << 12.0;
-        QTest::newRow("nul stops") << QByteArray("7\0" "8", 3) << 7.0;
+        QTest::newRow("nul stops") << QByteArray(
+                                          "7\0"
+                                          "8",
+                                          3)
+                                   << 7.0;
         QTest::newRow("second point stops") << QByteArray("1.2.3") << 1.2;
     }
     void numericReading() {
@@ -51,7 +55,7 @@ private slots:
         QCOMPARE(s.bytes(), QByteArray("abcdef"));  // cut on assignment
         s.assign("ab");
         QCOMPARE(s.bytes(), QByteArray("ab    "));  // padded
-        s.replace(5, "XYZ");  // in place, never longer
+        s.replace(5, "XYZ");                        // in place, never longer
         QCOMPARE(s.bytes(), QByteArray("ab  XY"));
         s.replace(2, "");
         QCOMPARE(s.bytes(), QByteArray("ab  XY"));

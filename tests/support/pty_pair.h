@@ -1,19 +1,10 @@
 #pragma once
-// A pseudo-terminal pair for wire tests: the slave stands for the serial
-// port the program opens, the master for the printer at the far end. The
-// master is read all the time by a thread of its own (a pty whose master is
-// not read makes the slave's writes and drains block); the bytes are kept
-// until the test takes them. The pair also holds the slave open itself, so
-// that the master never sees a hang-up between two opens of the program.
-//
-//   PtyPair pty;                        // ok() tells whether it worked
-//   pty.slavePath();                    // "/dev/pts/N"
-//   pty.received(100);                  // all bytes so far, once 100 ms pass quiet
-//   pty.waitFor(12, 2000);              // until at least 12 bytes, or 2 s
-//   pty.slaveTermios();                 // the settings the program gave the port
-//
-//   WinePorts ports;                    // a temporary WINEPREFIX for this process
-//   ports.link(3, pty.slavePath());     // dosdevices/com3 -> /dev/pts/N
+// A pseudo-terminal pair that stands for a serial port: the program opens the
+// slave by its path, the master is the printer at the far end. A thread reads
+// the master all the time (a pty whose master is not read makes the slave's
+// writes and drains block) and keeps the bytes until the test takes them.
+// The pair holds the slave open itself, so the master never sees a hang-up
+// between two opens of the program. Header only, for the benchmarks too.
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
@@ -21,10 +12,7 @@
 #include <unistd.h>
 
 #include <QByteArray>
-#include <QDir>
-#include <QFile>
 #include <QString>
-#include <QTemporaryDir>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -42,18 +30,15 @@ class PtyPair {
         if (slave_ < 0 || ::pipe2(stopPipe_, O_CLOEXEC) != 0) return;
         reader_ = std::thread([this] { readLoop(); });
     }
-
     ~PtyPair() {
         if (reader_.joinable()) {
             const char stop = 's';
             [[maybe_unused]] const ssize_t n = ::write(stopPipe_[1], &stop, 1);
             reader_.join();
         }
-        for (int fd : {stopPipe_[0], stopPipe_[1], slave_, master_}) {
+        for (int fd : {stopPipe_[0], stopPipe_[1], slave_, master_})
             if (fd >= 0) ::close(fd);
-        }
     }
-
     PtyPair(const PtyPair&) = delete;
     PtyPair& operator=(const PtyPair&) = delete;
 
@@ -61,8 +46,8 @@ class PtyPair {
     QString slavePath() const { return slavePath_; }
     int masterFd() const { return master_; }
 
-    // Every byte received so far, taken away, once no byte has come for
-    // quietMs (bounded by a few seconds in all).
+    // Every byte received so far, taken away, once none has come for quietMs
+    // (a few seconds at most in all).
     QByteArray received(int quietMs = 100) {
         std::unique_lock lock(mutex_);
         const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(5);
@@ -73,7 +58,6 @@ class PtyPair {
         }
         return std::exchange(bytes_, {});
     }
-
     // Waits until at least count bytes have come, or the time is over; takes
     // nothing away.
     QByteArray waitFor(qsizetype count, int timeoutMs) {
@@ -82,9 +66,8 @@ class PtyPair {
                           [&] { return bytes_.size() >= count; });
         return bytes_;
     }
-
-    // The slave's settings, read through the master (the kernel answers for
-    // the slave).
+    // The settings the program gave the slave (the kernel answers through
+    // the master).
     termios slaveTermios() const {
         termios t{};
         ::tcgetattr(master_, &t);
@@ -119,38 +102,4 @@ class PtyPair {
     std::mutex mutex_;
     std::condition_variable arrived_;
     QByteArray bytes_;
-};
-
-// A temporary Wine prefix for this process: WINEPREFIX points at it while the
-// object lives, and link() maps a port number to a device as a till does.
-class WinePorts {
-  public:
-    WinePorts()
-        : previous_(qgetenv("WINEPREFIX")), hadPrevious_(qEnvironmentVariableIsSet("WINEPREFIX")) {
-        QDir(dir_.path()).mkpath(QStringLiteral("dosdevices"));
-        qputenv("WINEPREFIX", QFile::encodeName(dir_.path()));
-    }
-    ~WinePorts() {
-        if (hadPrevious_)
-            qputenv("WINEPREFIX", previous_);
-        else
-            qunsetenv("WINEPREFIX");
-    }
-    WinePorts(const WinePorts&) = delete;
-    WinePorts& operator=(const WinePorts&) = delete;
-
-    bool link(int number, const QString& device) {
-        const QString path = linkPath(number);
-        QFile::remove(path);
-        return QFile::link(device, path);
-    }
-    QString linkPath(int number) const {
-        return dir_.filePath(QStringLiteral("dosdevices/com%1").arg(number));
-    }
-    QString prefix() const { return dir_.path(); }
-
-  private:
-    QTemporaryDir dir_;
-    QByteArray previous_;
-    bool hadPrevious_;
 };
