@@ -81,8 +81,8 @@ void charge_theme(Context& ctx) {
     const auto number = [&](int position) {
         return int(numericValue(choice.mid(position - 1, 2)));
     };
-    skip([&] { icc.bt_fonc[46] = pictureOf(icr.bxr, number(3)); });
-    skip([&] { icc.btc[71] = pictureOf(icr.bxm, number(6)); });
+    skip([&] { icc.bt_fonc.set(46, pictureOf(icr.bxr, number(3))); });
+    skip([&] { icc.btc.set(71, pictureOf(icr.bxm, number(6))); });
     skip([&] { icc.tclavv = pictureOf(icr.bxm, number(9)); });
 
     QByteArray custom;
@@ -93,12 +93,12 @@ void charge_theme(Context& ctx) {
         // replace in this tool.
         if (wanted(6)) skip([&] { icc.ticket2 = loadPicture(QStringLiteral("persimg_002.gif")); });
         if (wanted(7)) {
-            skip([&] { icr.bxr[13] = loadPicture(QStringLiteral("persimg_003.gif")); });
-            skip([&] { icc.bt_fonc[46] = pictureOf(icr.bxr, 13); });
+            skip([&] { icr.bxr.set(13, loadPicture(QStringLiteral("persimg_003.gif"))); });
+            skip([&] { icc.bt_fonc.set(46, pictureOf(icr.bxr, 13)); });
         }
         if (wanted(8)) {
-            skip([&] { icr.bxm[16] = loadPicture(QStringLiteral("persimg_004.gif")); });
-            skip([&] { icc.btc[71] = pictureOf(icr.bxm, 16); });
+            skip([&] { icr.bxm.set(16, loadPicture(QStringLiteral("persimg_004.gif"))); });
+            skip([&] { icc.btc.set(71, pictureOf(icr.bxm, 16)); });
         }
         if (wanted(9)) skip([&] { icc.tclavv = loadPicture(QStringLiteral("persimg_005.gif")); });
     }

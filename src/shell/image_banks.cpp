@@ -3,7 +3,6 @@
 #include "shell/bank_pictures.h"
 #include "shell/context.h"
 #include "shell/info_bubble.h"
-#include "store/failure.h"
 
 namespace {
 // The theme's tints: the first of each list is the look of the default theme.
@@ -12,16 +11,16 @@ const QColor keyTint(0xD7, 0xDA, 0xDE);
 }  // namespace
 
 Icc::Icc(Platform& platform)
-    : MSComm1(platform.newPort()),
-      MSComm2(platform.newPort()),
-      MSCuisine(platform.newPort()),
-      neutralIcon_(pictures::neutralIcon()) {
-    for (int number : barIconNumbers) p11[number] = pictures::barIcon(number);
-    btc[71] = pictures::slotFace(standardTint);
-    bt_fonc[46] = pictures::functionFace(standardTint);
-    for (int i = 0; i < 8; ++i) ccb[i] = pictures::framePiece(i);
-    Image1[2] = pictures::dialogIcon();
-    for (int value = 0; value <= 2; ++value) oui[value] = pictures::tickBox(value);
+    : MSComm1(platform.newPort()), MSComm2(platform.newPort()), MSCuisine(platform.newPort()) {
+    neutralIcon_.define(0, pictures::neutralIcon);
+    for (int number : barIconNumbers)
+        p11.define(number, [number] { return pictures::barIcon(number); });
+    btc.define(71, [] { return pictures::slotFace(standardTint); });
+    bt_fonc.define(46, [] { return pictures::functionFace(standardTint); });
+    for (int i = 0; i < 8; ++i) ccb.define(i, [i] { return pictures::framePiece(i); });
+    Image1.define(2, pictures::dialogIcon);
+    for (int value = 0; value <= 2; ++value)
+        oui.define(value, [value] { return pictures::tickBox(value); });
     tclavv = pictures::keyFace(keyTint);
     ticket2 = pictures::ticket();
     // The three ports' event: what arrives replaces what the bank held.
@@ -32,8 +31,7 @@ Icc::Icc(Platform& platform)
 Icc::~Icc() = default;
 
 const QPixmap& Icc::p11Picture(int number) const {
-    const auto it = p11.find(number);
-    return it != p11.end() ? it->second : neutralIcon_;
+    return p11.contains(number) ? p11.at(number) : neutralIcon_.at(0);
 }
 
 Icr::Icr() {
@@ -44,18 +42,12 @@ Icr::Icr() {
                             QColor(0xAE, 0xB9, 0xC4),
                             QColor(0xA8, 0xDA, 0xD6)};
     for (int i = 0; i < 6; ++i) {
-        bxr[i] = pictures::functionFace(tints[i]);
-        bxm[i] = pictures::slotFace(tints[i]);
+        bxr.define(i, [tint = tints[i]] { return pictures::functionFace(tint); });
+        bxm.define(i, [tint = tints[i]] { return pictures::slotFace(tint); });
     }
     // The places the suite keeps for a picture of the shop's own (persimg_003
     // and persimg_004), and the keypad face that the default theme selects.
-    bxr[13] = pictures::functionFace(QColor(0xE6, 0xE6, 0xE6));
-    bxm[16] = pictures::slotFace(QColor(0xE6, 0xE6, 0xE6));
-    bxm[10] = pictures::keyFace(keyTint);
-}
-
-const QPixmap& pictureOf(const std::map<int, QPixmap>& array, int index) {
-    const auto it = array.find(index);
-    if (it == array.end()) throw Failure(QStringLiteral("Index de tableau de contrôles incorrect"));
-    return it->second;
+    bxr.define(13, [] { return pictures::functionFace(QColor(0xE6, 0xE6, 0xE6)); });
+    bxm.define(16, [] { return pictures::slotFace(QColor(0xE6, 0xE6, 0xE6)); });
+    bxm.define(10, [] { return pictures::keyFace(keyTint); });
 }

@@ -1,15 +1,15 @@
 #pragma once
 // The hidden banks: icc holds the pictures every screen copies from and the
 // serial ports that live for the whole run; icr holds the theme's choices.
-// The pictures are our own, drawn at first use; the suite's files replace
-// some of them through the theme (charge_theme).
+// The pictures are our own, each drawn at its first use; the suite's files
+// replace some of them through the theme (charge_theme).
 #include <QByteArray>
 #include <QPixmap>
 #include <QStringList>
-#include <map>
 #include <memory>
 
 #include "print/mscomm.h"
+#include "shell/picture_array.h"
 
 class Platform;
 class infoobulle;
@@ -17,14 +17,14 @@ class infoobulle;
 struct Icc {
     explicit Icc(Platform& platform);
     ~Icc();
-    std::map<int, QPixmap> p11;      // icons of the bar, by image number
-    std::map<int, QPixmap> btc;      // slot backgrounds; 71 is in use
-    std::map<int, QPixmap> bt_fonc;  // 46 takes a theme choice
-    std::map<int, QPixmap> ccb;      // the eight pieces of the frame
-    std::map<int, QPixmap> Image1;   // icons of form97; 2 is in use
-    std::map<int, QPixmap> oui;      // tick box states, by value
-    std::map<int, QPixmap> fondfact;
-    std::map<int, QPixmap> Image3;
+    PictureArray p11;      // icons of the bar, by image number
+    PictureArray btc;      // slot backgrounds; 71 is in use
+    PictureArray bt_fonc;  // 46 takes a theme choice
+    PictureArray ccb;      // the eight pieces of the frame
+    PictureArray Image1;   // icons of form97; 2 is in use
+    PictureArray oui;      // tick box states, by value
+    PictureArray fondfact;
+    PictureArray Image3;
     QPixmap tclavv;
     QPixmap ticket2;
     QStringList CbPrinters;
@@ -42,18 +42,20 @@ struct Icc {
     std::unique_ptr<infoobulle> bubble;
 
   private:
-    QPixmap neutralIcon_;
+    PictureArray neutralIcon_;  // one picture, at index 0
 };
 
 struct Icr {
     Icr();
-    std::map<int, QPixmap> bxr;  // 7 pictures: 0 to 5 and 13
-    std::map<int, QPixmap> bxm;  // 8 pictures: 0 to 5, 10 and 16
+    PictureArray bxr;  // 7 pictures: 0 to 5 and 13
+    PictureArray bxm;  // 8 pictures: 0 to 5, 10 and 16
 };
 
 // The picture of an array by index; throws Failure when the array has no such
 // picture, as a control array does.
-const QPixmap& pictureOf(const std::map<int, QPixmap>& array, int index);
+inline const QPixmap& pictureOf(const PictureArray& array, int index) {
+    return array.at(index);
+}
 
 // The image numbers of p11 that the bars use.
 inline constexpr int barIconNumbers[] = {0, 49, 99, 106, 108, 124, 125, 126, 127, 128, 129, 146};

@@ -60,7 +60,7 @@ void pose_cadre(Screen& form) {
             piece->setScaledContents(true);
             piece->setAttribute(Qt::WA_TransparentForMouseEvents);
         }
-        const QPixmap& picture = icc.ccb[i];
+        const QPixmap& picture = icc.ccb.at(i);
         piece->setPixmap(picture);
         piece->setGeometry(
             QRect(pieces[i].at, pieces[i].size.isEmpty() ? picture.size() : pieces[i].size));
