@@ -106,9 +106,11 @@ class KitchenTest : public QObject {
         k.load();
         k.show();
         click(k.findChild<QWidget*>("Command3"));
-        const QString dir = qEnvironmentVariable("KALVO_SOURCE_DIR") + "/docs/screenshots";
-        QDir().mkpath(dir);
-        QVERIFY(k.grab().save(dir + "/nox_sei2.png"));
+        // The picture is kept only when asked for (KALVO_SCREENSHOTS=folder).
+        const QPixmap picture = k.grab();
+        QVERIFY(!picture.isNull());
+        const QString dir = qEnvironmentVariable("KALVO_SCREENSHOTS");
+        if (!dir.isEmpty()) QVERIFY(picture.save(dir + "/nox_sei2.png"));
     }
 };
 

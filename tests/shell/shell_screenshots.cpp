@@ -35,7 +35,9 @@ bool dialog(TestRun& t, const QString& folder, const QString& name, const QStrin
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     installFonts();
-    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(".");
+    // Taken whole before the run moves to its scratch data directory.
+    const QString folder =
+        QDir(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(".")).absolutePath();
     QDir().mkpath(folder);
     TestRun t;
     charge_theme(t.ctx);
