@@ -167,26 +167,33 @@ void PrinterForm::buildControls() {
                    QRect(10 + i * boxStep, 44, boxWidth, rowHeight), true);
     }
 
-    auto* l6 = make<QLabel>(QStringLiteral("Label6"));
-    l6->setText(QString::fromUtf8(
-        "La majorité des imprimantes tickets possèdent un mode d'émulation EPSON COMPATIBLE. Si "
-        "vous ne trouvez pas les codes de votre imprimante, sélectionnez Imprimante compatible "
-        "Epson avec le bouton de droite."));
-    l6->setWordWrap(true);
-    l6->setGeometry(8, 432, 490, 48);
-    auto* green_ = make<QLabel>(QStringLiteral("Label5"));
-    green_->setText(QString::fromUtf8(
-        "Les zones en vert doivent être vides ou remplies par des caractères ASCII en décimal de "
-        "000 à 255. Ces caractères servent à paramétrer votre imprimante ticket et sont "
-        "disponibles dans la documentation de votre imprimante"));
-    green_->setWordWrap(true);
-    green_->setGeometry(8, 484, 490, 48);
-    auto* l3 = make<QLabel>(QStringLiteral("Label3"));
-    l3->setText(QString::fromUtf8(
-        "Réglez les critères et cliquez sur 'Imprimer' pour tester votre imprimante. Cliquez sur "
-        "'Valider' pour enregistrer le parametrage."));
-    l3->setWordWrap(true);
-    l3->setGeometry(8, 536, 490, 34);
+    // The three help texts under the codes.
+    const struct {
+        const char* name;
+        const char* text;
+        QRect at;
+    } helpTexts[] = {
+        {"Label6",
+         "La majorité des imprimantes tickets possèdent un mode d'émulation EPSON COMPATIBLE. Si "
+         "vous ne trouvez pas les codes de votre imprimante, sélectionnez Imprimante compatible "
+         "Epson avec le bouton de droite.",
+         QRect(8, 432, 490, 48)},
+        {"Label5",
+         "Les zones en vert doivent être vides ou remplies par des caractères ASCII en décimal de "
+         "000 à 255. Ces caractères servent à paramétrer votre imprimante ticket et sont "
+         "disponibles dans la documentation de votre imprimante",
+         QRect(8, 484, 490, 48)},
+        {"Label3",
+         "Réglez les critères et cliquez sur 'Imprimer' pour tester votre imprimante. Cliquez sur "
+         "'Valider' pour enregistrer le parametrage.",
+         QRect(8, 536, 490, 34)},
+    };
+    for (const auto& help : helpTexts) {
+        auto* label = make<QLabel>(QString::fromLatin1(help.name));
+        label->setText(QString::fromUtf8(help.text));
+        label->setWordWrap(true);
+        label->setGeometry(help.at);
+    }
 
     // The port: settings, number, accents, margin and feed.
     auto* frame6 = frame(QStringLiteral("Frame6"), QString::fromUtf8("Paramètres du port série"),
