@@ -68,6 +68,10 @@ class Context {
     qint16 mode_accent_cuisine = 0;
     qint16 famille_usb = 0;
     qint16 format_facture = 0;
+    // The article sold by weight and its unit price, filled by whoever shows
+    // the weight keypad; nothing in this tool fills them.
+    QString fiche_article = QString(450, QLatin1Char(' '));
+    double prix_unitaire = 0;
     QByteArray switchs = QByteArray(1000, ' ');
     std::array<double, 7> couleur_theme{};  // 1 to 6 are used
 

@@ -13,6 +13,7 @@
 #include <QTimerEvent>
 #include <stdexcept>
 
+#include "shared_variables.h"
 #include "shell/screen.h"
 #include "store/failure.h"
 
@@ -121,6 +122,20 @@ void StepRunner::execute(const Step& step) {
         // As the program starts: the menu's load, then the menu shows.
         ui_.showScreen(QStringLiteral("menuimp"), false);
         return;
+    }
+    // The shared variables of the context, by name; `read` of a name that is
+    // not one reads the control of that name.
+    if (step.verb == QLatin1String("set")) {
+        if (step.args.size() < 2) refuse(QStringLiteral("set needs a name and a value"));
+        if (!setSharedVariable(*ui_.ctx, step.args[0], step.args[1]))
+            refuse(QStringLiteral("no shared variable %1").arg(step.args[0]));
+        return;
+    }
+    if (step.verb == QLatin1String("read") && !step.args.isEmpty()) {
+        if (const auto value = sharedVariable(*ui_.ctx, step.args[0])) {
+            log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(*value)));
+            return;
+        }
     }
     if (step.verb == QLatin1String("open")) {
         if (step.args.isEmpty()) refuse(QStringLiteral("open needs a screen"));
