@@ -23,7 +23,9 @@ struct ParamSession {
     ~ParamSession() { store.close(files::params); }
 };
 
-QByteArray paddedKey(const QString& cle) { return FixedString(keyWidth, codec::toBytes(cle)).bytes(); }
+QByteArray paddedKey(const QString& cle) {
+    return FixedString(keyWidth, codec::toBytes(cle)).bytes();
+}
 
 qint32 countOf(const QByteArray& head) {
     return qFromLittleEndian<qint32>(head.constData() + countOffset);
@@ -33,19 +35,22 @@ void setCount(QByteArray& record, qint32 count) {
     qToLittleEndian<qint32>(count, record.data() + countOffset);
 }
 
-// The count as the loops may trust it. A count within one record of the
-// entries present is taken as it stands (a break between the head and the
-// entry leaves it one too high); a negative count or one far beyond the end
-// of the file is garbled and counts as the entries that are there, so that a
-// read never walks billions of empty records and a write lands just after
-// the last entry instead of over the head or gigabytes away.
+// The count as the loops may trust it. The head is followed as it stands, an
+// entry that is not in the file reading as blank: a break between the head
+// and the entry leaves a count one too high, and the sales program may keep
+// a count ahead of its entries. Only a count that no table can have (negative,
+// or above 65,535) is garbled; it counts as the entries that are there, so
+// that a read never walks billions of empty records and a write lands just
+// after the last entry instead of over the head or gigabytes away.
 qint32 usableCount(RecordStore& store, qint32 count) {
-    const qint64 present = qMax<qint64>(0, store.size(files::params) / recordLength - 1);
-    if (count < 0 || count > present + 1) return qint32(qMin<qint64>(present, INT32_MAX - 1));
-    return count;
+    constexpr qint32 highestCount = 65535;
+    if (count >= 0 && count <= highestCount) return count;
+    return qint32(qMax<qint64>(0, store.size(files::params) / recordLength - 1));
 }
 
-QByteArray keyOf(const QByteArray& record) { return record.mid(keyOffset, keyWidth); }
+QByteArray keyOf(const QByteArray& record) {
+    return record.mid(keyOffset, keyWidth);
+}
 
 void setValue(QByteArray& record, const QString& valeur) {
     const QByteArray value = FixedString(valueWidth, codec::toBytes(valeur)).bytes();

@@ -1,4 +1,5 @@
 // The key and value table, the switch table and the ticket line file.
+#include <QElapsedTimer>
 #include <QTest>
 #include <QtEndian>
 
@@ -86,14 +87,36 @@ class TablesTest : public QObject {
         QCOMPARE(lit_param(store, "NUM_POSTE").size(), 106);
     }
 
-    void paramCountHigherThanTheFile() {
-        // A break between head and entry leaves a count one too high: the
-        // missing entry reads as nothing and matches no key.
+    // The head's count is followed as written, entries missing from the file
+    // reading as blank; only an impossible count reads as the entries present.
+    void paramCount_data() {
+        QTest::addColumn<qint32>("count");
+        QTest::addColumn<qint32>("countAfter");
+        QTest::addColumn<int>("newEntry");  // record of the key written
+        QTest::newRow("one too high after a break") << 2 << 3 << 4;
+        QTest::newRow("ten with one entry") << 10 << 11 << 12;
+        QTest::newRow("negative") << -1 << 2 << 3;
+        QTest::newRow("two billion") << 2000000000 << 2 << 3;
+        QTest::newRow("above 65535") << 65536 << 2 << 3;
+    }
+    void paramCount() {
+        QFETCH(qint32, count);
+        QFETCH(qint32, countAfter);
+        QFETCH(int, newEntry);
         ScratchDir dir;
-        ScratchDir::write("WFICP_IA.WDO", head(2) + entry("NUM_POSTE", "4"));
+        ScratchDir::write("WFICP_IA.WDO", head(count) + entry("NUM_POSTE", "4"));
         RecordStore store;
+        QElapsedTimer clock;
+        clock.start();
         QCOMPARE(lit_param(store, "NUM_POSTE"), QStringLiteral("4"));
         QCOMPARE(lit_param(store, "IMP_DEF_FACT"), QString());
+        ecrit_param(store, "IMP_DEF_FACT", "PDF");
+        QVERIFY(clock.elapsed() < 500);
+        const QByteArray bytes = ScratchDir::read("WFICP_IA.WDO");
+        QCOMPARE(intAt(bytes, 110), countAfter);
+        QCOMPARE(bytes.size(), 144 * newEntry);
+        QCOMPARE(bytes.mid(144 * (newEntry - 1)), entry("IMP_DEF_FACT", "PDF"));
+        QCOMPARE(lit_param(store, "IMP_DEF_FACT"), QStringLiteral("PDF"));
     }
 
     void switchTable() {
