@@ -16,7 +16,8 @@ namespace {
 
 // How this screen differs from Form1: its title, a bar without "Valider",
 // a lower-case "caisse" in its second sample, no drawer and no USB, and
-// Label13 as a plain heading.
+// Label13 as a plain heading; its records are the kitchen file's, on file
+// number 20, whatever the station.
 PrinterFormVariant kitchenVariant() {
     PrinterFormVariant v;
     v.name = QStringLiteral("nox_sei2");
@@ -28,6 +29,7 @@ PrinterFormVariant kitchenVariant() {
     v.drawer = false;
     v.usb = false;
     v.heading = QStringLiteral("Imprimante Cuisine");
+    v.printerFile = RecordFile::Kitchen;
     return v;
 }
 

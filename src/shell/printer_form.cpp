@@ -349,8 +349,20 @@ void PrinterForm::fitAndDress() {
     });
 }
 
+RecordRef PrinterForm::own(const RecordRef& r) const {
+    return r.file == RecordFile::Peripheral ? RecordRef{variant_.printerFile, r.number} : r;
+}
+
+QByteArray PrinterForm::stored(const RecordRef& r) {
+    return ctx.get(own(r));
+}
+
 QByteArray PrinterForm::record(const RecordRef& r) {
-    return visibleRecord(ctx.get(r));
+    return visibleRecord(stored(r));
+}
+
+void PrinterForm::store(const RecordRef& r, QByteArrayView bytes) {
+    ctx.put(own(r), bytes);
 }
 
 void PrinterForm::loadSettings() {
@@ -366,7 +378,7 @@ void PrinterForm::loadSettings() {
 }
 
 void PrinterForm::loadPort() {
-    const qint16 n = numericInt16(codec::fromBytes(record(rec::route).mid(3, 2)));
+    const qint16 n = numericInt16(codec::boxText(stored(rec::route).mid(3, 2)));
     ctx.port_serie = n;
     if (n < 1 || n > 12) throw Failure(QStringLiteral("Indice hors limites"));
     Option1.at(n)->setChecked(true);
@@ -375,7 +387,7 @@ void PrinterForm::loadPort() {
 void PrinterForm::loadRecords() {
     auto codes = [&](const RecordRef& r, CodeLayout layout, std::map<int, QLineEdit*>& array,
                      int first, int count) {
-        skip([&] { setTexts(array, first, readCodeFields(record(r), layout, count)); });
+        skip([&] { setTexts(array, first, readCodeFields(stored(r), layout, count)); });
     };
     codes(rec::init1, CodeLayout::Separated, Text2, 0, 5);
     codes(rec::init2, CodeLayout::Packed, Text8, 0, 6);
@@ -408,34 +420,34 @@ void PrinterForm::loadRecords() {
         for (int i = 0; i <= 10; ++i)
             skip([&] {
                 const QByteArray r =
-                    ctx.get(RecordRef{rec::drawerOnPrinter.file, rec::drawerPulseFirst + i});
+                    stored(RecordRef{rec::drawerOnPrinter.file, rec::drawerPulseFirst + i});
                 Text1.at(i)->setText(readDrawerField(codec::toBytes(codec::boxText(r))));
             });
         skip([&] { record(rec::drawerTrailer); });
     }
-    if (variant_.usb) skip([&] { Label13->setText(codec::boxText(ctx.get(rec::usbFamily))); });
+    if (variant_.usb) skip([&] { Label13->setText(codec::boxText(stored(rec::usbFamily))); });
 }
 
 void PrinterForm::saveSettings() {
     QStringList parts;
     for (int i = 0; i < 4; ++i) parts << Text6.at(i)->text().trimmed();
-    ctx.put(rec::serialSettings, codec::toBytes(parts.join(QLatin1Char(','))));
+    store(rec::serialSettings, codec::toBytes(parts.join(QLatin1Char(','))));
 }
 
 void PrinterForm::savePort() {
-    FixedString r(files::recordLength, record(rec::route));
+    FixedString r(files::recordLength, stored(rec::route));
     r.replace(4, portField(ctx.port_serie));
-    ctx.put(rec::route, r.bytes());
+    store(rec::route, r.bytes());
 }
 
 void PrinterForm::savePlain(const RecordRef& r, const QString& text) {
-    ctx.put(r, codec::toBytes(text));
+    store(r, codec::toBytes(text));
 }
 
 void PrinterForm::saveRecords() {
     auto codes = [&](const RecordRef& r, CodeLayout layout, const std::map<int, QLineEdit*>& array,
                      int first, int count) {
-        ctx.put(r, writeCodeFields(record(r), layout, texts(array, first, count)));
+        store(r, writeCodeFields(stored(r), layout, texts(array, first, count)));
     };
     codes(rec::init1, CodeLayout::Separated, Text2, 0, 5);
     ctx.ui.letEventsRun();
@@ -453,12 +465,12 @@ void PrinterForm::saveRecords() {
     savePlain(rec::accentMode, Combo1->currentText().left(1));
     savePlain(rec::feedLines, Text4->text().trimmed());
     if (variant_.drawer) {
-        ctx.put(rec::drawerOnPrinter, Check111->isChecked() ? " 1" : " 0");
+        store(rec::drawerOnPrinter, Check111->isChecked() ? " 1" : " 0");
         for (int i = 0; i <= 10; ++i)
-            ctx.put(RecordRef{rec::drawerOnPrinter.file, rec::drawerPulseFirst + i},
-                    writeDrawerField(Text1.at(i)->text()));
+            store(RecordRef{rec::drawerOnPrinter.file, rec::drawerPulseFirst + i},
+                  writeDrawerField(Text1.at(i)->text()));
     }
-    if (variant_.usb) ctx.put(rec::usbFamily, codec::toBytes(Label13->text()));
+    if (variant_.usb) store(rec::usbFamily, codec::toBytes(Label13->text()));
 }
 
 void PrinterForm::openPort(MSComm& port) {

@@ -30,6 +30,9 @@ struct PrinterFormVariant {
     bool usb = false;         // hidden Check2 from record 81, hidden Label13 bound to record 160
     QString heading;          // caption of a visible Label13 when the screen has no USB
     bool vendorLink = false;  // Label7 beside the picture, a link to the vendor's page
+    // Where the printer's records are: the station's file for the ticket
+    // printer, file number 20 (reopened on the kitchen's file) for the kitchen.
+    RecordFile printerFile = RecordFile::Peripheral;
 };
 
 class PrinterForm : public Screen {
@@ -99,7 +102,14 @@ class PrinterForm : public Screen {
                       QWidget* parent, const QRect& where, bool green);
     QStringList texts(const std::map<int, QLineEdit*>& array, int first, int count) const;
     void setTexts(std::map<int, QLineEdit*>& array, int first, const QStringList& values);
+    // The printer's records of the table, in the screen's own file.
+    RecordRef own(const RecordRef& r) const;
+    // The record as it stands on disk, zero bytes included: what an update in
+    // place starts from.
+    QByteArray stored(const RecordRef& r);
+    // The record as a box shows it: cut at its first zero byte.
     QByteArray record(const RecordRef& r);
+    void store(const RecordRef& r, QByteArrayView bytes);
     void loadSettings();
     void saveSettings();
     void loadPort();

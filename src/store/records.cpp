@@ -7,6 +7,7 @@ int fileNumberOf(RecordFile file, int fichier_perif) {
         case RecordFile::Peripheral:
             return fichier_perif;
         case RecordFile::Sales:
+        case RecordFile::Kitchen:
             return files::sales;
         case RecordFile::Main:
             return files::main;
@@ -35,12 +36,15 @@ void tidy(std::vector<int>& v) {
 
 // The ticket printer's records, the same in the station's file and the kitchen's.
 std::vector<int> printerRecords() {
-    std::vector<int> v = {rec::leftMargin.number, rec::feedLines.number, rec::paperCut.number,
-                          rec::init1.number, rec::route.number, rec::printerKind.number,
-                          rec::accentMode.number, rec::init2.number, rec::init3.number,
-                          rec::serialSettings.number, rec::usbFamily.number, rec::boldOn.number,
-                          rec::boldOff.number, rec::italicOn.number, rec::italicOff.number,
-                          rec::defaultPrinterFont.number, rec::drawerOnPrinter.number};
+    std::vector<int> v = {rec::leftMargin.number,     rec::feedLines.number,
+                          rec::paperCut.number,       rec::init1.number,
+                          rec::route.number,          rec::printerKind.number,
+                          rec::accentMode.number,     rec::init2.number,
+                          rec::init3.number,          rec::serialSettings.number,
+                          rec::usbFamily.number,      rec::boldOn.number,
+                          rec::boldOff.number,        rec::italicOn.number,
+                          rec::italicOff.number,      rec::defaultPrinterFont.number,
+                          rec::drawerOnPrinter.number};
     addAll(v, range(rec::drawerPulseFirst, rec::drawerPulseLast));
     return v;
 }
@@ -61,9 +65,9 @@ std::vector<WritableRecords> writableRecords() {
 
     // w_cai020.wdo: made by the sales program; only the listed records.
     std::vector<int> sales = printerRecords();
-    addAll(sales, {rec::ticketAtEachSale.number, rec::invoiceAtEachSale.number,
-                   rec::invoiceFormat.number, rec::invoiceOffset.number,
-                   rec::lineFeedHabit.number, rec::themePictures.number});
+    addAll(sales,
+           {rec::ticketAtEachSale.number, rec::invoiceAtEachSale.number, rec::invoiceFormat.number,
+            rec::invoiceOffset.number, rec::lineFeedHabit.number, rec::themePictures.number});
     addAll(sales, range(rec::themeColourFirst, rec::themeColourLast));
     tidy(sales);
     all.push_back({QString::fromLatin1(files::salesName), sales});

@@ -10,6 +10,9 @@ enum class RecordFile {
     Peripheral,  // the station's file: number fichier_perif (20 main, 120 network till)
     Sales,       // file number 20 whatever the station (w_cai020.wdo, or w_imprc5.wdo
                  // while the kitchen screen is open)
+    Kitchen,     // the kitchen printer's records: the ticket printer's numbers in
+                 // w_imprc5.wdo, which file number 20 stands for while the
+                 // kitchen screen is open
     Main,        // WFICH142.WDO, file number 142
     PortFile,    // Souvprt<port>.wdo, file number 147
 };

@@ -40,6 +40,8 @@ QString valueOf(QObject* w) {
     if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
     if (auto* l = qobject_cast<QListWidget*>(w))
         return l->currentItem() ? l->currentItem()->text() : QString();
+    if (auto* screen = qobject_cast<QWidget*>(w); screen && screen->isWindow())
+        return screen->windowTitle();
     return QString();
 }
 

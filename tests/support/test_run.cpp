@@ -11,8 +11,3 @@ TestRun::TestRun(const std::set<int>& ptyPorts, Opened opened) : platform(ptyPor
     ctx.store.open(files::networkTill, QString::fromLatin1(files::networkTillName),
                    files::recordLength);
 }
-
-void TestRun::freshSalesFile(int records) {
-    ScratchDir::write(QString::fromLatin1(files::salesName),
-                      QByteArray(records * files::recordLength, '\0'));
-}

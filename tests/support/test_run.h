@@ -18,8 +18,6 @@ class TestRun {
     TestRun& operator=(const TestRun&) = delete;
 
     void answer(std::initializer_list<Reply> r) { ui.replies.insert(ui.replies.end(), r); }
-    // Makes the sales program's file as a fresh one holds it: zero bytes.
-    static void freshSalesFile(int records = 4000);
 
     ScratchDir dir;
     TestPlatform platform;
