@@ -7,7 +7,7 @@ KALVO_DEPS=(
     qt6-base-dev qt6-serialport-dev libusb-1.0-0-dev
     fonts-liberation
     cups printer-driver-cups-pdf poppler-utils
-    xvfb xauth
+    xvfb xauth x11-utils
 )
 
 kalvo_missing_deps() {
