@@ -109,6 +109,8 @@ void saisipoids::load() {
     const QString unit = trimBlanks(ctx.fiche_article.mid(200, 9));
     Label8_->setText(unit);
     Label14_->setText(unit);
+    // "/" between the price and its unit, only when there is a unit.
+    findChild<QLabel*>(QStringLiteral("barre_unite"))->setVisible(!unit.isEmpty());
     // The hint picture of the scale: loaded, and hidden as designed.
     skip([&] {
         QPixmap picture;

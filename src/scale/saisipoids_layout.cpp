@@ -114,7 +114,7 @@ void build(Screen& form) {
     text(form, "Label10", QStringLiteral("Prix Unitaire"), QRect(margin, 112, 300, 22), 11, true);
     valueBox(form, "Label4", QStringLiteral("0.00"), QRect(margin + 24, 136, valueWidth, 44), 18);
     text(form, "Label7", QString(), QRect(unitLeft, 136, 28, 44), 14, true);
-    text(form, "", QStringLiteral("/"), QRect(unitLeft + 28, 136, 12, 44), 14);
+    text(form, "barre_unite", QStringLiteral("/"), QRect(unitLeft + 28, 136, 12, 44), 14);
     text(form, "Label14", QString(), QRect(unitLeft + 42, 136, 120, 44), 14, true);
 
     text(form, "Label11", QStringLiteral("Quantité"), QRect(margin, 200, 300, 22), 11, true);
