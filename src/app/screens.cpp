@@ -2,6 +2,8 @@
 
 #include "expert/form1.h"
 #include "kitchen/nox_sei2.h"
+#include "labels/bienvenu015.h"
+#include "scale/saisipoids.h"
 #include "shell/screen_registry.h"
 #include "startup/menuimp.h"
 
@@ -19,6 +21,12 @@ void registerScreens(ScreenRegistry& registry) {
     // Expert ticket printer and kitchen printer screens.
     add<Form1>(registry, "Form1");
     add<nox_sei2>(registry, "nox_sei2");
+
+    // Invoice format.
+    add<bienvenu015>(registry, "bienvenu015");
+
+    // Weight and price entry, for a caller that shows it by name.
+    add<saisipoids>(registry, "saisipoids");
 
     // A screen that is not listed here does not exist in this build:
     // showScreen answers false for it.

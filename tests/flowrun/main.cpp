@@ -12,6 +12,7 @@
 #include "file_diff.h"
 #include "flow_interaction.h"
 #include "scenario.h"
+#include "shell/fonts.h"
 #include "shell/screen_registry.h"
 #include "step_runner.h"
 #include "store/param_table.h"
@@ -105,6 +106,7 @@ int main(int argc, char** argv) {
     int qtArgc = 1;
     QApplication app(qtArgc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    installFonts();  // as the tool does, so pictures of the screens look the same
 
     QTemporaryDir dataDir;
     QDir::setCurrent(dataDir.path());

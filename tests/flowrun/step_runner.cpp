@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -30,6 +31,10 @@ const std::map<QString, Qt::Key> keys = {
 };
 
 QString valueOf(QObject* w) {
+    // A shape reads as its border colour, in the suite's blue-green-red order.
+    if (const QVariant border = w->property("BorderColor"); border.isValid())
+        return QStringLiteral("0x") +
+               QStringLiteral("%1").arg(border.toInt(), 6, 16, QLatin1Char('0')).toUpper();
     if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
     if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
     if (auto* b = qobject_cast<QCheckBox*>(w)) return QString::number(int(b->checkState()) / 2);
@@ -169,6 +174,15 @@ void StepRunner::act(const Step& step, Screen& screen) {
         QCoreApplication::sendEvent(timer, &tick);
         return;
     }
+    if (verb == QLatin1String("picture")) {
+        // Kept only when asked for; never part of the report.
+        if (step.args.isEmpty()) refuse(QStringLiteral("picture needs a name"));
+        const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS");
+        const QString file = QDir(folder).filePath(step.args[0] + QStringLiteral(".png"));
+        if (!folder.isEmpty() && !screen.grab().save(file))
+            refuse(QStringLiteral("cannot write %1").arg(file));
+        return;
+    }
     QWidget* w = control(step, screen, 1);
     if (verb == QLatin1String("read")) {
         log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(valueOf(w))));
@@ -198,9 +212,14 @@ void StepRunner::act(const Step& step, Screen& screen) {
         if (!option) refuse(QStringLiteral("not an option button"));
         option->click();
     } else if (verb == QLatin1String("key")) {
-        const auto key = keys.find(step.args.value(1));
-        if (key == keys.end()) refuse(QStringLiteral("unknown key %1").arg(step.args.value(1)));
-        QTest::keyClick(w, key->second);
+        const QString name = step.args.value(1);
+        const auto key = keys.find(name);
+        if (key != keys.end())
+            QTest::keyClick(w, key->second);
+        else if (name.size() == 1 && name[0].unicode() < 0x80)
+            QTest::keyClick(w, name[0].toLatin1());  // a character: "5", ".", "-", "c"
+        else
+            refuse(QStringLiteral("unknown key %1").arg(name));
     } else {
         refuse(QStringLiteral("unknown step"));
     }
