@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -41,6 +42,24 @@ QString valueOf(QObject* w) {
     if (auto* l = qobject_cast<QListWidget*>(w))
         return l->currentItem() ? l->currentItem()->text() : QString();
     return QString();
+}
+
+// A colour as the suite numbers it: blue, green, red, in six hex digits.
+QString colourNumber(const QColor& c) {
+    return QStringLiteral("%1")
+        .arg((c.blue() << 16) | (c.green() << 8) | c.red(), 6, 16, QLatin1Char('0'))
+        .toUpper();
+}
+
+// Whether the control itself is visible (its Visible, whatever its frame),
+// its background when it paints one, and the border of a shape.
+QString looks(QWidget* w) {
+    QString text = w->isHidden() ? QStringLiteral("hidden") : QStringLiteral("visible");
+    if (w->autoFillBackground())
+        text += QStringLiteral(" back ") + colourNumber(w->palette().color(QPalette::Window));
+    const QVariant border = w->property("borderColor");
+    if (border.isValid()) text += QStringLiteral(" border ") + colourNumber(border.value<QColor>());
+    return text;
 }
 
 void choose(QWidget* w, const QString& entry) {
@@ -85,7 +104,17 @@ void fill(QWidget* w, const QString& text) {
 }  // namespace
 
 StepRunner::StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log)
-    : steps_(std::move(steps)), ui_(ui), log_(log) {}
+    : steps_(std::move(steps)), ui_(ui), log_(log) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+// A named timer of a screen (Timer1, Timer2) never ticks by itself during a
+// flow, so that what a scan prints does not depend on how fast the run goes.
+bool StepRunner::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Timer || ticking_) return false;
+    auto* timer = qobject_cast<QTimer*>(watched);
+    return timer && !timer->objectName().isEmpty();
+}
 
 void StepRunner::begin() {
     QTimer::singleShot(0, this, &StepRunner::runNext);
@@ -113,6 +142,7 @@ void StepRunner::runNext() {
                      .arg(step.line)
                      .arg(step.verb, QString::fromLocal8Bit(e.what())));
     }
+    if (afterStep) afterStep();
     running_.pop_back();
 }
 
@@ -164,12 +194,25 @@ void StepRunner::act(const Step& step, Screen& screen) {
             refuse(QStringLiteral("no timer %1 on %2").arg(step.args[0], screen.objectName()));
         if (!timer->isActive()) refuse(QStringLiteral("timer %1 is not running").arg(step.args[0]));
         QTimerEvent tick(timer->timerId());
+        ticking_ = true;
         QCoreApplication::sendEvent(timer, &tick);
+        ticking_ = false;
+        return;
+    }
+    if (verb == QLatin1String("screenshot")) {
+        // Only when asked for; the report is the same either way.
+        const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS");
+        if (folder.isEmpty() || step.args.isEmpty()) return;
+        screen.grab().save(QDir(folder).filePath(step.args[0] + QStringLiteral(".png")));
         return;
     }
     QWidget* w = control(step, screen, 1);
     if (verb == QLatin1String("read")) {
         log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(valueOf(w))));
+        return;
+    }
+    if (verb == QLatin1String("look")) {
+        log_.add(QStringLiteral("look %1 %2").arg(step.args[0], looks(w)));
         return;
     }
     if (!w->isVisible() || !w->isEnabled())
