@@ -1,7 +1,10 @@
 #include "app/screens.h"
 
+#include "drawer/tirrro.h"
 #include "expert/form1.h"
 #include "kitchen/nox_sei2.h"
+#include "serial/param_serie.h"
+#include "serial/param_seriel.h"
 #include "shell/screen_registry.h"
 #include "startup/menuimp.h"
 
@@ -19,6 +22,11 @@ void registerScreens(ScreenRegistry& registry) {
     // Expert ticket printer and kitchen printer screens.
     add<Form1>(registry, "Form1");
     add<nox_sei2>(registry, "nox_sei2");
+
+    // The port scan, the port notebook and the independent cash drawer.
+    add<Param_serie>(registry, "Param_serie");
+    add<Param_seriel>(registry, "Param_seriel");
+    add<tirrro>(registry, "tirrro");
 
     // A screen that is not listed here does not exist in this build:
     // showScreen answers false for it.
