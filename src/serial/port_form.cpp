@@ -171,7 +171,7 @@ void PortForm::buildControls() {
     }
 
     // The test print and, in its place during a scan, the "OK".
-    const int actionTop = rowTop + 3 * rowStep - 16;
+    const int actionTop = rowTop + 3 * rowStep + (variant_.notebook ? 16 : -16);
     Frame2 = panel(this, QStringLiteral("Frame2"), QRect(column, actionTop, width, 72), "#f4f7fb");
     picture(Frame2, QStringLiteral("Image3"), icc.p11Picture(99), QRect(10, 8, 56, 56));
     text(Frame2, QStringLiteral("Label15"),
