@@ -9,7 +9,6 @@
 #include <map>
 #include <memory>
 #include <set>
-#include <vector>
 
 #include "shell/context.h"
 #include "support/pty_pair.h"
@@ -40,8 +39,8 @@ class TestPlatform : public Platform {
     UsbLibraries& usb() override { return usbFamilies; }
     QDateTime now() const override { return clock; }
     bool openBrowser(const QString& browserPath, const QString& page) override;
-    // Noted, not slept: a test's pauses take no time.
-    void pause(std::chrono::milliseconds length) override { pauses.push_back(length); }
+    // A test's pauses take no time.
+    void pause(std::chrono::milliseconds) override {}
 
     // What the far end of port n received so far, taken away.
     QByteArray received(int port) { return ptys.at(port)->received(); }
@@ -51,7 +50,6 @@ class TestPlatform : public Platform {
     NotingUsb usbFamilies;
     QStringList browserCalls;  // "path page"
     bool browserStarts = false;
-    std::vector<std::chrono::milliseconds> pauses;
     std::map<int, std::unique_ptr<PtyPair>> ptys;
 
   private:
