@@ -5,7 +5,8 @@
 // Side by side in one run:
 //   the tool: tirrro's own test pulse (records saved, read back, fired on a
 //     QSerialPort through the real platform's pause);
-//   the floor: the same bytes with plain system calls and clock_nanosleep;
+//   the floor: the same bytes with plain system calls and clock_nanosleep,
+//     pulse for pulse in turn with the tool's;
 //   a spinning wait on the time of day, as a tight loop would do it (a few
 //     pulses at the shortest setting only, it keeps a core busy).
 //
@@ -139,6 +140,13 @@ struct Figures {
         for (double g : gaps) worst = std::max(worst, std::abs(g - ms));
         return gaps.empty() ? -1 : worst;
     }
+    double medianError(int ms) const {
+        std::vector<double> errors;
+        for (double g : gaps) errors.push_back(std::abs(g - ms));
+        if (errors.empty()) return -1;
+        std::nth_element(errors.begin(), errors.begin() + errors.size() / 2, errors.end());
+        return errors[errors.size() / 2];
+    }
     double mean() const {
         double sum = 0;
         for (double g : gaps) sum += g;
@@ -179,68 +187,57 @@ class NoUser : public Interaction {
     int failures = 0;
 };
 
-Figures toolPulses(tirrro& screen, MeasuredPlatform& platform, NoUser& user, FarEnd& far, int ms,
-                   int pulses) {
-    Figures f;
-    platform.figures = &f;
-    screen.Text11->setText(QString::number(ms));
-    screen.sauve_pp();
-    for (int i = 0; i < pulses; ++i) {
-        far.clear();
-        const int failuresBefore = user.failures;
-        screen.tiroir_indep();
-        const double gap = far.gapMs(3, 6, 1000);
-        if (gap < 0 || user.failures != failuresBefore)
-            ++f.failed;
-        else
-            f.gaps.push_back(gap);
-    }
-    return f;
+// One test pulse of the screen, as "Tiroir" fires it after its save.
+void toolPulse(tirrro& screen, NoUser& user, FarEnd& far, Figures& f) {
+    far.clear();
+    const int failuresBefore = user.failures;
+    screen.tiroir_indep();
+    const double gap = far.gapMs(3, 6, 1000);
+    if (gap < 0 || user.failures != failuresBefore)
+        ++f.failed;
+    else
+        f.gaps.push_back(gap);
 }
 
 // The same pulse with plain system calls; `spin` waits in a loop on the time
 // of day instead of sleeping.
-Figures plainPulses(const QByteArray& device, FarEnd& far, int ms, int pulses, bool spin) {
-    Figures f;
-    for (int i = 0; i < pulses; ++i) {
-        far.clear();
-        const int fd = ::open(device.constData(), O_RDWR | O_NOCTTY);
-        termios t{};
-        if (fd < 0 || ::tcgetattr(fd, &t) != 0) {
-            ++f.failed;
-            continue;
-        }
-        ::cfmakeraw(&t);
-        ::cfsetspeed(&t, B9600);
-        t.c_cflag |= CLOCAL | CREAD;
-        ::tcsetattr(fd, TCSANOW, &t);
-        bool written = ::write(fd, opening.constData(), 3) == 3;
-        ::tcdrain(fd);
-        const double cpu = cpuSeconds();
-        const Clock::time_point start = Clock::now();
-        if (spin) {
-            timeval now{};
-            ::gettimeofday(&now, nullptr);
-            const double target = double(now.tv_sec) + double(now.tv_usec) / 1e6 + ms / 1000.0;
-            do ::gettimeofday(&now, nullptr);
-            while (double(now.tv_sec) + double(now.tv_usec) / 1e6 < target);
-        } else {
-            const timespec wait{ms / 1000, (ms % 1000) * 1000000L};
-            while (::clock_nanosleep(CLOCK_MONOTONIC, 0, &wait, nullptr) == EINTR) {
-            }
-        }
-        f.waitWall += std::chrono::duration<double>(Clock::now() - start).count();
-        f.waitCpu += cpuSeconds() - cpu;
-        written = written && ::write(fd, closing.constData(), 3) == 3;
-        ::tcdrain(fd);
-        ::close(fd);
-        const double gap = far.gapMs(3, 6, 1000);
-        if (!written || gap < 0)
-            ++f.failed;
-        else
-            f.gaps.push_back(gap);
+void plainPulse(const QByteArray& device, FarEnd& far, int ms, bool spin, Figures& f) {
+    far.clear();
+    const int fd = ::open(device.constData(), O_RDWR | O_NOCTTY);
+    termios t{};
+    if (fd < 0 || ::tcgetattr(fd, &t) != 0) {
+        ++f.failed;
+        return;
     }
-    return f;
+    ::cfmakeraw(&t);
+    ::cfsetspeed(&t, B9600);
+    t.c_cflag |= CLOCAL | CREAD;
+    ::tcsetattr(fd, TCSANOW, &t);
+    bool written = ::write(fd, opening.constData(), 3) == 3;
+    ::tcdrain(fd);
+    const double cpu = cpuSeconds();
+    const Clock::time_point start = Clock::now();
+    if (spin) {
+        timeval now{};
+        ::gettimeofday(&now, nullptr);
+        const double target = double(now.tv_sec) + double(now.tv_usec) / 1e6 + ms / 1000.0;
+        do ::gettimeofday(&now, nullptr);
+        while (double(now.tv_sec) + double(now.tv_usec) / 1e6 < target);
+    } else {
+        const timespec wait{ms / 1000, (ms % 1000) * 1000000L};
+        while (::clock_nanosleep(CLOCK_MONOTONIC, 0, &wait, nullptr) == EINTR) {
+        }
+    }
+    f.waitWall += std::chrono::duration<double>(Clock::now() - start).count();
+    f.waitCpu += cpuSeconds() - cpu;
+    written = written && ::write(fd, closing.constData(), 3) == 3;
+    ::tcdrain(fd);
+    ::close(fd);
+    const double gap = far.gapMs(3, 6, 1000);
+    if (!written || gap < 0)
+        ++f.failed;
+    else
+        f.gaps.push_back(gap);
 }
 
 QByteArray loadAverage() {
@@ -249,9 +246,8 @@ QByteArray loadAverage() {
 }
 
 void print(const char* path, int ms, const Figures& f) {
-    std::printf("%6d ms  %-26s %4zu %10.3f %10.3f %10.3f %9.2f %%%s\n", ms, path, f.gaps.size(),
-                f.mean(), f.worstError(ms),
-                f.gaps.empty() ? -1 : *std::max_element(f.gaps.begin(), f.gaps.end()), f.share(),
+    std::printf("%6d ms  %-28s %4zu %10.3f %10.3f %10.3f %9.2f %%%s\n", ms, path, f.gaps.size(),
+                f.mean(), f.medianError(ms), f.worstError(ms), f.share(),
                 f.failed ? "  FAILED PULSES" : "");
 }
 
@@ -286,21 +282,30 @@ int main(int argc, char** argv) {
                 pulses);
     std::printf("far end read at %s priority; load average %s\n",
                 far.realTime ? "a real-time" : "the ordinary", loadAverage().constData());
-    std::printf("%9s  %-26s %4s %10s %10s %10s %11s\n", "setting", "path", "n", "mean gap",
-                "worst err", "worst gap", "cpu/wait");
+    std::printf("%9s  %-28s %4s %10s %10s %10s %11s\n", "setting", "path", "n", "mean gap",
+                "median err", "worst err", "cpu/wait");
     const QByteArray device = QFile::encodeName(far.slavePath);
     double worstError = 0, worstShare = 0;
     bool complete = true;
+    // The tool's pulses and the floor's take turns, so that both meet the
+    // same load of the machine.
     for (int ms : {100, 500, 2000}) {
-        const Figures tool = toolPulses(screen, platform, user, far, ms, pulses);
-        const Figures floor = plainPulses(device, far, ms, pulses, false);
+        Figures tool, floor;
+        platform.figures = &tool;
+        screen.Text11->setText(QString::number(ms));
+        screen.sauve_pp();
+        for (int i = 0; i < pulses; ++i) {
+            toolPulse(screen, user, far, tool);
+            plainPulse(device, far, ms, false, floor);
+        }
         print("tool (tirrro, QSerialPort)", ms, tool);
         print("floor (clock_nanosleep)", ms, floor);
         worstError = std::max(worstError, tool.worstError(ms));
         worstShare = std::max(worstShare, tool.share());
         complete = complete && !tool.failed && !floor.failed;
     }
-    const Figures spin = plainPulses(device, far, 100, std::max(1, pulses / 4), true);
+    Figures spin;
+    for (int i = 0; i < std::max(1, pulses / 4); ++i) plainPulse(device, far, 100, true, spin);
     print("spinning on the time of day", 100, spin);
     std::printf(
         "tool: worst gap error %.3f ms (target 2), processor during the wait %.2f %% of "
