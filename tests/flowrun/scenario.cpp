@@ -103,8 +103,9 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
 
 const QStringList stepVerbs = {"start", "open",  "fill", "click", "dblclick", "choose", "tick",
                                "select", "timer", "key", "read", "wait", "set"};
-// Steps that only look: a control's visibility and colours, a picture.
-const QStringList lookVerbs = {"look", "screenshot"};
+// Steps that only look: a control's visibility and colours, a picture, a
+// record as it stands on disk at that moment.
+const QStringList lookVerbs = {"look", "screenshot", "peek"};
 
 }  // namespace
 

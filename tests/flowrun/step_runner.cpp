@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -14,6 +15,7 @@
 #include <QTimerEvent>
 #include <stdexcept>
 
+#include "file_diff.h"
 #include "shared_variables.h"
 #include "shell/screen.h"
 #include "store/failure.h"
@@ -166,6 +168,20 @@ void StepRunner::execute(const Step& step) {
             log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(*value)));
             return;
         }
+    }
+    if (step.verb == QLatin1String("peek")) {
+        // A record as the sales program would read it now, between two steps.
+        if (step.args.size() < 2) refuse(QStringLiteral("peek needs a file and a record"));
+        QFile file(step.args[0]);
+        const int length = recordLengthOf(step.args[0]);
+        QByteArray bytes;
+        if (file.open(QIODevice::ReadOnly) && file.seek(qint64(step.args[1].toInt() - 1) * length))
+            bytes = file.read(length);
+        log_.add(QStringLiteral("peek %1 %2 %3")
+                     .arg(step.args[0], step.args[1],
+                          bytes.isEmpty() ? QStringLiteral("absent")
+                                          : QLatin1Char('"') + escaped(bytes) + QLatin1Char('"')));
+        return;
     }
     if (step.verb == QLatin1String("open")) {
         if (step.args.isEmpty()) refuse(QStringLiteral("open needs a screen"));
