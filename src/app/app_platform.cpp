@@ -1,5 +1,7 @@
 #include "app/app_platform.h"
 
+#include <thread>
+
 #include "print/qt_mscomm.h"
 #include "print/qt_usb_libraries.h"
 
@@ -17,4 +19,8 @@ UsbLibraries& AppPlatform::usb() {
 
 QDateTime AppPlatform::now() const {
     return QDateTime::currentDateTime();
+}
+
+void AppPlatform::pause(std::chrono::milliseconds length) {
+    std::this_thread::sleep_until(std::chrono::steady_clock::now() + length);
 }

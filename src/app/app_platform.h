@@ -13,6 +13,7 @@ class AppPlatform : public Platform {
     UsbLibraries& usb() override;
     QDateTime now() const override;
     bool openBrowser(const QString& browserPath, const QString& page) override;
+    void pause(std::chrono::milliseconds length) override;
 
   private:
     std::unique_ptr<UsbLibraries> usb_;

@@ -1,9 +1,12 @@
 #include "app/screens.h"
 
+#include "drawer/tirrro.h"
 #include "expert/form1.h"
 #include "kitchen/nox_sei2.h"
 #include "labels/bienvenu015.h"
 #include "scale/saisipoids.h"
+#include "serial/param_serie.h"
+#include "serial/param_seriel.h"
 #include "shell/screen_registry.h"
 #include "startup/menuimp.h"
 
@@ -27,6 +30,11 @@ void registerScreens(ScreenRegistry& registry) {
 
     // Weight and price entry, for a caller that shows it by name.
     add<saisipoids>(registry, "saisipoids");
+
+    // The port scan, the port notebook and the independent cash drawer.
+    add<Param_serie>(registry, "Param_serie");
+    add<Param_seriel>(registry, "Param_seriel");
+    add<tirrro>(registry, "tirrro");
 
     // A screen that is not listed here does not exist in this build:
     // showScreen answers false for it.

@@ -8,9 +8,11 @@
 #include "labels/bienvenu015_layout.h"
 #include "labels/bienvenu015_pictures.h"
 #include "shell/button_bar.h"
+#include "shell/colours.h"
 #include "shell/context.h"
 #include "shell/image_banks.h"
 #include "shell/placing.h"
+#include "shell/shape.h"
 #include "store/failure.h"
 #include "store/numeric.h"
 
@@ -85,10 +87,11 @@ void bienvenu015::choose(qint16 format) {
 
 void bienvenu015::select_shape() {
     for (int i = 0; i < invoiceFormatCount; ++i)
-        findChild<FormatFrame*>(arrayName(QStringLiteral("Shape2"), i))->setBorderColor(unselected);
-    auto* chosen = findChild<FormatFrame*>(arrayName(QStringLiteral("Shape2"), ctx.format_facture));
+        findChild<Shape*>(arrayName(QStringLiteral("Shape2"), i))
+            ->setBorderColor(colourFromNumber(unselected));
+    auto* chosen = findChild<Shape*>(arrayName(QStringLiteral("Shape2"), ctx.format_facture));
     if (!chosen) throw Failure(QStringLiteral("Index de tableau de contrôles incorrect"));
-    chosen->setBorderColor(selected);
+    chosen->setBorderColor(colourFromNumber(selected));
 }
 
 // The margin is written at once, whatever format is selected and whether or

@@ -1,24 +1,10 @@
 #include "labels/bienvenu015_layout.h"
 
-#include <QPainter>
-
 #include "labels/bienvenu015_formats.h"
 #include "shell/colours.h"
 #include "shell/placing.h"
 #include "shell/screen.h"
-
-void FormatFrame::setBorderColor(int colour) {
-    borderColor_ = colour;
-    update();
-}
-
-void FormatFrame::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colourFromNumber(borderColor_), 3));
-    painter.setBrush(Qt::white);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 8, 8);
-}
+#include "shell/shape.h"
 
 namespace bienvenu015_layout {
 namespace {
@@ -46,10 +32,12 @@ QLabel* text(Screen& form, const QString& name, const QString& caption, QRect wh
 
 // One format: its frame, its picture in front of it, its text below.
 void format(Screen& form, const InvoiceFormat& f, int left) {
-    auto* frame = new FormatFrame(&form);
-    frame->setObjectName(arrayName(QStringLiteral("Shape2"), f.value));
+    // Shape2(i): a white card whose border shows the selection.
+    auto* frame = form.make<Shape>(arrayName(QStringLiteral("Shape2"), f.value));
     frame->setGeometry(left, cardTop, column, cardHeight);
-    frame->setAttribute(Qt::WA_TransparentForMouseEvents);
+    frame->setBorderWidth(3);
+    frame->setCornerRadius(8);
+    frame->setFillColor(Qt::white);
 
     auto* image = form.make<ClickLabel>(QString::fromLatin1(f.image));
     image->setGeometry(

@@ -18,6 +18,9 @@ class MSComm {
     virtual void setSettings(const QString& settings) = 0;  // "9600,n,8,1"
     virtual QString settings() const = 0;
     virtual void output(QByteArrayView bytes) = 0;
+    // Returns once every byte output so far has left for the wire; fails on a
+    // closed port. The port stays open.
+    virtual void drain() = 0;
     // The port's one event: data received, the whole input buffer read at once.
     virtual void setOnReceive(std::function<void(const QByteArray&)> handler) { (void)handler; }
 };

@@ -49,14 +49,25 @@ void QtMSComm::open() {
     }
 }
 
-// Every byte written before the close reaches the wire: Qt's buffer first,
-// then the driver's, then the close itself.
-void QtMSComm::close() {
+// Qt's own buffer to the driver, within a time the bytes may take on the wire.
+void QtMSComm::writeOut() {
     const qint64 wireMs = port_.bytesToWrite() * 10 * 1000 / qMax(1, port_.baudRate());
     const QDeadlineTimer deadline(1000 + 2 * wireMs);
     while (port_.bytesToWrite() > 0 && !deadline.hasExpired()) {
         if (!port_.waitForBytesWritten(int(qMax<qint64>(1, deadline.remainingTime())))) break;
     }
+}
+
+void QtMSComm::drain() {
+    if (!port_.isOpen()) throw Failure(QStringLiteral("Port fermé"));
+    writeOut();
+    drainDevice(port_.handle());
+}
+
+// Every byte written before the close reaches the wire: Qt's buffer first,
+// then the driver's, then the close itself.
+void QtMSComm::close() {
+    writeOut();
     try {
         drainDevice(port_.handle());
     } catch (const Failure&) {

@@ -19,11 +19,13 @@ class QtMSComm : public MSComm {
     void setSettings(const QString& settings) override;
     QString settings() const override { return settingsText_; }
     void output(QByteArrayView bytes) override;
+    void drain() override;
     void setOnReceive(std::function<void(const QByteArray&)> handler) override;
 
   private:
     void open();
     void close();
+    void writeOut();
 
     QSerialPort port_;
     int number_ = 1;

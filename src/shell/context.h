@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QString>
 #include <array>
+#include <chrono>
 #include <memory>
 
 #include "print/mscomm.h"
@@ -25,6 +26,9 @@ class Platform {
     virtual QDateTime now() const = 0;
     // Starts the browser with the page; false when it cannot be started.
     virtual bool openBrowser(const QString& browserPath, const QString& page) = 0;
+    // Waits that long, asleep on a monotonic clock: no event runs meanwhile,
+    // and the wait ends whatever the time of day does (midnight included).
+    virtual void pause(std::chrono::milliseconds length) = 0;
 };
 
 // How the tool speaks with its user and runs its screens.

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "print/accents.h"
 #include "print/channels.h"
 #include "print/code_string.h"
 #include "print/mscomm.h"
@@ -28,9 +29,6 @@ const QString yellow = QStringLiteral("background-color: #ffff9c;");
 constexpr int boxWidth = 38;
 constexpr int boxStep = 41;
 constexpr int rowHeight = 22;
-
-const char* const accentEntries[] = {"0 - Accents normaux", "1 - Sans accents",
-                                     "2 - Jeux Internationaux"};
 
 QLabel* caption(QWidget* parent, const QString& text, const QRect& where, bool wrap = false) {
     auto* l = new QLabel(text, parent);
@@ -345,7 +343,7 @@ void PrinterForm::fitAndDress() {
     // The accent tables are built into the print path; nothing to build here.
     skip([&] {
         Combo1->clear();
-        for (const char* entry : accentEntries) Combo1->addItem(QString::fromLatin1(entry));
+        for (const char* entry : accentModeEntries) Combo1->addItem(QString::fromLatin1(entry));
     });
 }
 

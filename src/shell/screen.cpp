@@ -60,8 +60,12 @@ void Screen::prepareBar(int count, QPoint firstSlot, int step) {
 }
 
 void Screen::clickSlot(int index) {
+    guard([&] { bt_prog_Click(index); });
+}
+
+void Screen::guard(const std::function<void()>& event) {
     try {
-        bt_prog_Click(index);
+        event();
     } catch (const std::exception& e) {
         ctx.ui.fatal(QString::fromLocal8Bit(e.what()));
     }

@@ -5,6 +5,7 @@
 #include <QSize>
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <map>
 
 class Context;
@@ -55,6 +56,9 @@ class Screen : public QWidget {
     // that keeps a failure from unwinding through Qt's event machinery (an
     // untrapped failure is the run-time error of the suite: ctx.ui.fatal).
     void clickSlot(int index);
+    // The same guard around any other event of the screen: a click on a
+    // control, a timer's tick.
+    void guard(const std::function<void()>& event);
 
     // Makes a child control with its name.
     template <class W>

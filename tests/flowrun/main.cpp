@@ -45,6 +45,32 @@ class FlowPlatform : public TestPlatform {
         clock = s.clock;
         usbFamilies.t1.reachable = s.usb.count(0) && s.usb.at(0);
         usbFamilies.t3.reachable = s.usb.count(1) && s.usb.at(1);
+        // A busy port is held open here, as another program of the till
+        // would hold it: the tool's open then fails on the port's lock.
+        for (const auto& [n, how] : s.ports) {
+            if (how != QLatin1String("busy")) continue;
+            auto& holder = holders_[n] = newPort();
+            holder->setCommPort(n);
+            holder->setPortOpen(true);
+        }
+    }
+    // A pause takes no time here. The bytes that reached each port before it
+    // are written first, and those after it at the end of the step, so the
+    // report shows the wire in order with the pauses.
+    void pause(std::chrono::milliseconds length) override {
+        writeWire();
+        log_.add(QStringLiteral("pause %1 ms").arg(length.count()));
+        paused = true;
+    }
+    bool paused = false;  // during the step that is running
+    // "wire COM3: 1b 70 00": what came to each port since the last such line.
+    void writeWire() {
+        for (auto& [n, pty] : ptys) {
+            const QByteArray bytes = pty->received(30);
+            wire_[n] += bytes;
+            if (!bytes.isEmpty())
+                log_.add(QStringLiteral("wire COM%1: %2").arg(n).arg(hexBytes(bytes)));
+        }
     }
     bool openBrowser(const QString& browserPath, const QString& page) override {
         log_.add(QStringLiteral("browser %1 %2").arg(quoted(browserPath), quoted(page)));
@@ -55,7 +81,7 @@ class FlowPlatform : public TestPlatform {
     QStringList wireReport() {
         QStringList lines;
         for (auto& [n, pty] : ptys) {
-            const QByteArray bytes = pty->received();
+            const QByteArray bytes = wire_[n] + pty->received();
             lines << QStringLiteral("COM%1: %2")
                          .arg(n)
                          .arg(bytes.isEmpty() ? "nothing" : hexBytes(bytes));
@@ -71,10 +97,12 @@ class FlowPlatform : public TestPlatform {
     static std::set<int> ptyPorts(const Scenario& s) {
         std::set<int> ports;
         for (const auto& [n, how] : s.ports)
-            if (how == QLatin1String("pty")) ports.insert(n);
+            if (how != QLatin1String("missing")) ports.insert(n);
         return ports;
     }
     FlowLog& log_;
+    std::map<int, std::unique_ptr<MSComm>> holders_;
+    std::map<int, QByteArray> wire_;  // what the pauses took from each port
 };
 
 void print(const QStringList& lines) {
@@ -147,6 +175,11 @@ int main(int argc, char** argv) {
         _exit(0);
     };
     StepRunner runner(scenario.steps, ui, log);
+    runner.afterStep = [&platform] {
+        if (!platform.paused) return;
+        platform.writeWire();
+        platform.paused = false;
+    };
     runner.begin();
     return QApplication::exec();
 }

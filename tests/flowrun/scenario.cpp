@@ -102,7 +102,10 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
 }
 
 const QStringList stepVerbs = {"start",  "open",  "fill", "click", "dblclick", "choose", "tick",
-                               "select", "timer", "key",  "read",  "wait",     "set",    "picture"};
+                               "select", "timer", "key",  "read",  "wait",     "set"};
+// Steps that only look: a control's visibility and colours, a picture, a
+// record as it stands on disk at that moment.
+const QStringList lookVerbs = {"look", "screenshot", "peek"};
 
 }  // namespace
 
@@ -141,8 +144,9 @@ Scenario parseScenario(const QByteArray& text) {
         } else if (verb == "port") {
             need(t, 2, line);
             const QString how = t.size() > 2 ? QString::fromUtf8(t[2].text) : QStringLiteral("pty");
-            if (how != QLatin1String("pty") && how != QLatin1String("missing"))
-                fail(line, QStringLiteral("a port is pty or missing"));
+            if (how != QLatin1String("pty") && how != QLatin1String("missing") &&
+                how != QLatin1String("busy"))
+                fail(line, QStringLiteral("a port is pty, busy or missing"));
             s.ports[numberOf(t[1], line)] = how;
         } else if (verb == "usb") {
             need(t, 3, line);
@@ -155,7 +159,8 @@ Scenario parseScenario(const QByteArray& text) {
             s.dialogs.push_back({numberOf(t[2], line),
                                  t.size() > 3 ? QString::fromUtf8(t[3].text) : QString(),
                                  QString::fromUtf8(t[1].text), line});
-        } else if (stepVerbs.contains(QString::fromUtf8(verb))) {
+        } else if (stepVerbs.contains(QString::fromUtf8(verb)) ||
+                   lookVerbs.contains(QString::fromUtf8(verb))) {
             Step step{line, QString::fromUtf8(verb), {}};
             for (size_t k = 1; k < t.size(); ++k) step.args << QString::fromUtf8(t[k].text);
             s.steps.push_back(step);

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -14,6 +15,7 @@
 #include <QTimerEvent>
 #include <stdexcept>
 
+#include "file_diff.h"
 #include "shared_variables.h"
 #include "shell/screen.h"
 #include "store/failure.h"
@@ -31,10 +33,6 @@ const std::map<QString, Qt::Key> keys = {
 };
 
 QString valueOf(QObject* w) {
-    // A shape reads as its border colour, in the suite's blue-green-red order.
-    if (const QVariant border = w->property("BorderColor"); border.isValid())
-        return QStringLiteral("0x") +
-               QStringLiteral("%1").arg(border.toInt(), 6, 16, QLatin1Char('0')).toUpper();
     if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
     if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
     if (auto* b = qobject_cast<QCheckBox*>(w)) return QString::number(int(b->checkState()) / 2);
@@ -48,6 +46,24 @@ QString valueOf(QObject* w) {
     if (auto* screen = qobject_cast<QWidget*>(w); screen && screen->isWindow())
         return screen->windowTitle();
     return QString();
+}
+
+// A colour as the suite numbers it: blue, green, red, in six hex digits.
+QString colourNumber(const QColor& c) {
+    return QStringLiteral("%1")
+        .arg((c.blue() << 16) | (c.green() << 8) | c.red(), 6, 16, QLatin1Char('0'))
+        .toUpper();
+}
+
+// Whether the control itself is visible (its Visible, whatever its frame),
+// its background when it paints one, and the border of a shape.
+QString looks(QWidget* w) {
+    QString text = w->isHidden() ? QStringLiteral("hidden") : QStringLiteral("visible");
+    if (w->autoFillBackground())
+        text += QStringLiteral(" back ") + colourNumber(w->palette().color(QPalette::Window));
+    const QVariant border = w->property("borderColor");
+    if (border.isValid()) text += QStringLiteral(" border ") + colourNumber(border.value<QColor>());
+    return text;
 }
 
 void choose(QWidget* w, const QString& entry) {
@@ -92,7 +108,17 @@ void fill(QWidget* w, const QString& text) {
 }  // namespace
 
 StepRunner::StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log)
-    : steps_(std::move(steps)), ui_(ui), log_(log) {}
+    : steps_(std::move(steps)), ui_(ui), log_(log) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+// A named timer of a screen (Timer1, Timer2) never ticks by itself during a
+// flow, so that what a scan prints does not depend on how fast the run goes.
+bool StepRunner::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Timer || ticking_) return false;
+    auto* timer = qobject_cast<QTimer*>(watched);
+    return timer && !timer->objectName().isEmpty();
+}
 
 void StepRunner::begin() {
     QTimer::singleShot(0, this, &StepRunner::runNext);
@@ -120,6 +146,7 @@ void StepRunner::runNext() {
                      .arg(step.line)
                      .arg(step.verb, QString::fromLocal8Bit(e.what())));
     }
+    if (afterStep) afterStep();
     running_.pop_back();
 }
 
@@ -143,6 +170,20 @@ void StepRunner::execute(const Step& step) {
             log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(*value)));
             return;
         }
+    }
+    if (step.verb == QLatin1String("peek")) {
+        // A record as the sales program would read it now, between two steps.
+        if (step.args.size() < 2) refuse(QStringLiteral("peek needs a file and a record"));
+        QFile file(step.args[0]);
+        const int length = recordLengthOf(step.args[0]);
+        QByteArray bytes;
+        if (file.open(QIODevice::ReadOnly) && file.seek(qint64(step.args[1].toInt() - 1) * length))
+            bytes = file.read(length);
+        log_.add(QStringLiteral("peek %1 %2 %3")
+                     .arg(step.args[0], step.args[1],
+                          bytes.isEmpty() ? QStringLiteral("absent")
+                                          : QLatin1Char('"') + escaped(bytes) + QLatin1Char('"')));
+        return;
     }
     if (step.verb == QLatin1String("open")) {
         if (step.args.isEmpty()) refuse(QStringLiteral("open needs a screen"));
@@ -171,21 +212,25 @@ void StepRunner::act(const Step& step, Screen& screen) {
             refuse(QStringLiteral("no timer %1 on %2").arg(step.args[0], screen.objectName()));
         if (!timer->isActive()) refuse(QStringLiteral("timer %1 is not running").arg(step.args[0]));
         QTimerEvent tick(timer->timerId());
+        ticking_ = true;
         QCoreApplication::sendEvent(timer, &tick);
+        ticking_ = false;
         return;
     }
-    if (verb == QLatin1String("picture")) {
-        // Kept only when asked for; never part of the report.
-        if (step.args.isEmpty()) refuse(QStringLiteral("picture needs a name"));
+    if (verb == QLatin1String("screenshot")) {
+        // Only when asked for; the report is the same either way.
         const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS");
-        const QString file = QDir(folder).filePath(step.args[0] + QStringLiteral(".png"));
-        if (!folder.isEmpty() && !screen.grab().save(file))
-            refuse(QStringLiteral("cannot write %1").arg(file));
+        if (folder.isEmpty() || step.args.isEmpty()) return;
+        screen.grab().save(QDir(folder).filePath(step.args[0] + QStringLiteral(".png")));
         return;
     }
     QWidget* w = control(step, screen, 1);
     if (verb == QLatin1String("read")) {
         log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(valueOf(w))));
+        return;
+    }
+    if (verb == QLatin1String("look")) {
+        log_.add(QStringLiteral("look %1 %2").arg(step.args[0], looks(w)));
         return;
     }
     if (!w->isVisible() || !w->isEnabled())

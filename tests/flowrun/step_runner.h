@@ -3,6 +3,7 @@
 // that opens a modal screen (which runs its own event loop) does not stop the
 // next steps: they then act on the modal screen.
 #include <QObject>
+#include <functional>
 #include <vector>
 
 #include "flow_interaction.h"
@@ -14,6 +15,12 @@ class StepRunner : public QObject {
   public:
     StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log);
     void begin();
+    // Runs after each step.
+    std::function<void()> afterStep;
+
+  protected:
+    // The screens' timers tick only when a step says so.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void runNext();
@@ -28,4 +35,5 @@ class StepRunner : public QObject {
     // The modal depth at the start of each step still running: a later step
     // may only run inside a modal loop that a running step opened.
     std::vector<int> running_;
+    bool ticking_ = false;  // a `timer` step is delivering its tick
 };

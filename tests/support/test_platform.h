@@ -39,6 +39,8 @@ class TestPlatform : public Platform {
     UsbLibraries& usb() override { return usbFamilies; }
     QDateTime now() const override { return clock; }
     bool openBrowser(const QString& browserPath, const QString& page) override;
+    // A test's pauses take no time.
+    void pause(std::chrono::milliseconds) override {}
 
     // What the far end of port n received so far, taken away.
     QByteArray received(int port) { return ptys.at(port)->received(); }
