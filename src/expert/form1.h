@@ -5,7 +5,7 @@
 // development tests.
 #include <memory>
 
-#include "shell/printer_form.h"
+#include "expert/printer_form.h"
 
 class MSComm;
 

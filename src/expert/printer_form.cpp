@@ -1,4 +1,4 @@
-#include "shell/printer_form.h"
+#include "expert/printer_form.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,11 +1,11 @@
-#include "shell/printer_presets.h"
+#include "expert/printer_presets.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <stdexcept>
 
-#include "shell/printer_form.h"
+#include "expert/printer_form.h"
 
 namespace {
 
