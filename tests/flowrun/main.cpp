@@ -12,6 +12,7 @@
 #include "file_diff.h"
 #include "flow_interaction.h"
 #include "scenario.h"
+#include "shell/fonts.h"
 #include "shell/screen_registry.h"
 #include "step_runner.h"
 #include "store/param_table.h"
@@ -105,7 +106,13 @@ int main(int argc, char** argv) {
     int qtArgc = 1;
     QApplication app(qtArgc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    installFonts();  // as the program does
 
+    // Taken whole before the run moves to its data directory.
+    const QString screenshots =
+        qEnvironmentVariableIsEmpty("KALVO_SCREENSHOTS")
+            ? QString()
+            : QDir(qEnvironmentVariable("KALVO_SCREENSHOTS")).absolutePath();
     QTemporaryDir dataDir;
     QDir::setCurrent(dataDir.path());
     try {
@@ -135,6 +142,8 @@ int main(int argc, char** argv) {
             print({QStringLiteral("unused dialog reply, line %1: %2")
                        .arg(r.line)
                        .arg(quoted(r.expected))});
+        for (const QString& name : ui.stillLoaded())
+            print({QStringLiteral("closed but still loaded: %1").arg(name)});
         if (!ended && ui.topmost())
             print({QStringLiteral("in front: %1").arg(ui.topmost()->objectName())});
         print({ended ? QStringLiteral("ended: yes") : QStringLiteral("ended: no")});
@@ -144,7 +153,7 @@ int main(int argc, char** argv) {
         platform.removeFiles();
         _exit(0);
     };
-    StepRunner runner(scenario.steps, ui, log);
+    StepRunner runner(scenario.steps, ui, log, screenshots);
     runner.begin();
     return QApplication::exec();
 }

@@ -101,8 +101,9 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
     if (tokens.size() < count) fail(line, QStringLiteral("missing words"));
 }
 
-const QStringList stepVerbs = {"start", "open",  "fill", "click", "dblclick", "choose", "tick",
-                               "select", "timer", "key", "read", "wait", "set"};
+const QStringList stepVerbs = {"start", "open",   "fill",  "click", "dblclick",  "choose",
+                               "tick",  "select", "timer", "key",   "read",      "wait",
+                               "set",   "ask",    "bulle", "look",  "screenshot"};
 
 }  // namespace
 

@@ -24,8 +24,7 @@ struct SeedFile {
 
 struct Step {
     int line = 0;
-    QString
-        verb;  // start, open, fill, click, dblclick, choose, tick, select, timer, key, read, wait
+    QString verb;      // start, open, fill, click, ... (the README's table of steps)
     QStringList args;  // the words after the verb, unquoted
 };
 

@@ -12,19 +12,22 @@
 class StepRunner : public QObject {
     Q_OBJECT
   public:
-    StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log);
+    // Pictures taken by `screenshot` are saved in screenshotDir when it is
+    // not empty.
+    StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log, QString screenshotDir);
     void begin();
 
   private:
     void runNext();
     void execute(const Step& step);
     void act(const Step& step, Screen& screen);
-    QWidget* control(const Step& step, Screen& screen, int argCount);
+    QObject* control(const Step& step, Screen& screen, int argCount);
 
     std::vector<Step> steps_;
     size_t next_ = 0;
     FlowInteraction& ui_;
     FlowLog& log_;
+    QString screenshotDir_;
     // The modal depth at the start of each step still running: a later step
     // may only run inside a modal loop that a running step opened.
     std::vector<int> running_;

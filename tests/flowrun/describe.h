@@ -1,0 +1,19 @@
+#pragma once
+// Controls as the report tells them: what a control shows (`read`), how it
+// looks (`look`), and which slots a screen's bar shows.
+#include <QString>
+
+class Context;
+class QObject;
+class QWidget;
+class Screen;
+
+// The text, tick state, current entry or title; a timer's interval and state.
+QString valueOf(QObject* control);
+// Place and size, hidden or disabled, colour, font, alignment, picture, focus
+// and the like: "at 92,22 460x100 colour #000000 font Liberation Sans 12 centre".
+QString lookOf(QWidget* control, Context& ctx);
+// The slots shown, in order, with their captions: "4:Non 6:Oui"; a slot whose
+// picture or caption is hidden, that leaves the screen or lies on another is
+// marked so.
+QString barOf(Screen& screen);
