@@ -22,7 +22,7 @@ namespace {
 
 // The start-up in this process: nothing open before menuimp's load.
 struct Startup : TestRun {
-    Startup() : TestRun({}, NoFile) {}
+    Startup() : TestRun(NoFile) {}
     menuimp menu{ctx};
     void run() { menu.load(); }
     QString label14() const { return menu.findChild<QLabel*>("Label14")->text(); }

@@ -2,12 +2,8 @@
 
 #include "store/records.h"
 
-TestRun::TestRun(const std::set<int>& ptyPorts, Opened opened) : platform(ptyPorts) {
+TestRun::TestRun(Opened opened) {
     ui.ctx = &ctx;
-    if (opened == NoFile) return;
-    ctx.store.open(files::sales, QString::fromLatin1(files::salesName), files::recordLength);
-    if (opened != NetworkTill) return;
-    ctx.fichier_perif = files::networkTill;
-    ctx.store.open(files::networkTill, QString::fromLatin1(files::networkTillName),
-                   files::recordLength);
+    if (opened == SalesFile)
+        ctx.store.open(files::sales, QString::fromLatin1(files::salesName), files::recordLength);
 }
