@@ -18,33 +18,37 @@
 
 namespace {
 
-// The banks' pictures by the names the code gives them, the theme's first.
-QString pictureName(const QPixmap& picture, Context& ctx) {
-    const QImage image = picture.toImage();
-    QString found;
-    const auto check = [&](const QString& name, const std::function<QPixmap()>& get) {
-        if (found.isEmpty() && get().toImage() == image) found = name;
-    };
+using BankPicture = std::pair<QString, std::function<QPixmap()>>;
+
+// The pictures of the hidden banks by the names the code gives them
+// ("icr.bxm(5)", "icc.tclavv"), the theme's first.
+std::vector<BankPicture> bankPictures(Context& ctx) {
+    std::vector<BankPicture> all;
     const auto array = [&](const char* name, const PictureArray& a, std::initializer_list<int> at) {
         for (int i : at)
-            check(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i),
-                  [&] { return a.at(i); });
+            all.emplace_back(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i),
+                             [&a, i] { return a.at(i); });
     };
     Icc& icc = ctx.icc();
-    array("bxr", ctx.icr().bxr, {0, 1, 2, 3, 4, 5, 13});
-    array("bxm", ctx.icr().bxm, {0, 1, 2, 3, 4, 5, 10, 16});
-    array("btc", icc.btc, {71});
-    array("bt_fonc", icc.bt_fonc, {46});
-    array("ccb", icc.ccb, {0, 1, 2, 3, 4, 5, 6, 7});
-    array("oui", icc.oui, {0, 1, 2});
-    array("Image1", icc.Image1, {2});
-    for (int n : barIconNumbers)
-        check(QStringLiteral("p11(%1)").arg(n), [&] { return icc.p11.at(n); });
-    check(QStringLiteral("neutral icon"), [&] { return icc.p11Picture(-1); });
-    check(QStringLiteral("tclavv"), [&] { return icc.tclavv; });
-    check(QStringLiteral("ticket2"), [&] { return icc.ticket2; });
-    return found.isEmpty() ? QStringLiteral("%1x%2").arg(picture.width()).arg(picture.height())
-                           : found;
+    array("icr.bxr", ctx.icr().bxr, {0, 1, 2, 3, 4, 5, 13});
+    array("icr.bxm", ctx.icr().bxm, {0, 1, 2, 3, 4, 5, 10, 16});
+    array("icc.btc", icc.btc, {71});
+    array("icc.bt_fonc", icc.bt_fonc, {46});
+    array("icc.ccb", icc.ccb, {0, 1, 2, 3, 4, 5, 6, 7});
+    array("icc.oui", icc.oui, {0, 1, 2});
+    array("icc.Image1", icc.Image1, {2});
+    for (int n : barIconNumbers) array("icc.p11", icc.p11, {n});
+    all.emplace_back(QStringLiteral("neutral icon"), [&icc] { return icc.p11Picture(-1); });
+    all.emplace_back(QStringLiteral("icc.tclavv"), [&icc] { return icc.tclavv; });
+    all.emplace_back(QStringLiteral("icc.ticket2"), [&icc] { return icc.ticket2; });
+    return all;
+}
+
+QString pictureName(const QPixmap& picture, Context& ctx) {
+    const QImage image = picture.toImage();
+    for (const auto& [name, get] : bankPictures(ctx))
+        if (get().toImage() == image) return name;
+    return QStringLiteral("%1x%2").arg(picture.width()).arg(picture.height());
 }
 
 QString alignmentOf(Qt::Alignment a) {
@@ -76,6 +80,20 @@ QString valueOf(QObject* w) {
     if (auto* screen = qobject_cast<QWidget*>(w); screen && screen->isWindow())
         return screen->windowTitle();
     return QString();
+}
+
+std::optional<QString> lookAtBank(const QString& name, Context& ctx) {
+    for (const auto& [bankName, get] : bankPictures(ctx)) {
+        if (bankName != name) continue;
+        const QPixmap picture = get();
+        // The first picture of the same pixels, when another name has it.
+        const QString same = pictureName(picture, ctx);
+        return QStringLiteral("picture ") +
+               (same == name
+                    ? QStringLiteral("of its own, %1x%2").arg(picture.width()).arg(picture.height())
+                    : same);
+    }
+    return std::nullopt;
 }
 
 QString lookOf(QWidget* w, Context& ctx) {

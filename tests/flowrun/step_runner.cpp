@@ -179,6 +179,12 @@ void StepRunner::execute(const Step& step) {
             return;
         }
     }
+    if (verb == QLatin1String("look")) {
+        if (const auto bank = lookAtBank(name, ctx)) {
+            log_.add(QStringLiteral("look %1 %2").arg(name, *bank));
+            return;
+        }
+    }
     Screen* screen = ui_.screenWith(name);
     if (!screen) screen = ui_.topmost();
     if (!screen)

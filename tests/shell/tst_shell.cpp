@@ -1,11 +1,9 @@
-// The shell's rules that no flow sees: every bar icon its own picture, the
-// theme's choices in the banks (the pictures of screens still to come
-// included), the weight keypad's dressing, and the bubble's lamps, whose run
-// follows the real clock.
+// The shell's rules that no flow sees: the weight keypad's dressing (no
+// screen of today has the keypad) and the bubble's lamps, whose run follows
+// the real clock.
 #include <QtTest>
 
 #include "shell/button_bar.h"
-#include "shell/colours.h"
 #include "shell/fonts.h"
 #include "shell/image_banks.h"
 #include "shell/info_bubble.h"
@@ -42,107 +40,6 @@ class ShellTest : public QObject {
     Q_OBJECT
   private slots:
     void initTestCase() { installFonts(); }
-
-    void barIconsAreDistinct() {
-        TestRun t;
-        const Icc& icc = t.ctx.icc();
-        QList<QImage> seen{icc.p11Picture(5).toImage()};
-        for (int number : barIconNumbers) {
-            const QImage image = icc.p11.at(number).toImage();
-            QVERIFY2(!image.isNull() && !seen.contains(image), qPrintable(QString::number(number)));
-            seen << image;
-        }
-    }
-
-    // Records 1999 and 2042 to 2047 of file 20 choose the banks' pictures and
-    // the colours; blank ones get their defaults written, a picture number the
-    // bank does not have leaves the picture as it was.
-    void theme_data() {
-        QTest::addColumn<QByteArrayList>("records");  // 1999, 2042, 2043, 2044 ("-": not written)
-        QTest::addColumn<QList<int>>("pictures");  // bxr of bt_fonc(46), bxm of btc(71) and tclavv
-        QTest::addColumn<QList<double>>("colours");  // couleur_theme 1 to 4
-        QTest::addColumn<qint64>("fileSize");
-        QTest::newRow("defaults written")
-            << QByteArrayList{"-", "-", "-", "-"} << QList<int>{0, 0, 10}
-            << QList<double>{4210752, 4210752, 4210752, 4210752} << qint64(2047 * 20);
-        QTest::newRow("kept as they are")
-            << QByteArrayList{"##02:05:03:00:00:00", "##255", "", "##16711680"}
-            << QList<int>{2, 5, 3} << QList<double>{255, 0, 16711680, 0} << qint64(2044 * 20);
-        QTest::newRow("no such picture")
-            << QByteArrayList{"##99:05:99", "-", "-", "-"} << QList<int>{4, 5, 4}
-            << QList<double>{4210752, 4210752, 4210752, 4210752} << qint64(2047 * 20);
-    }
-    void theme() {
-        QFETCH(QByteArrayList, records);
-        QFETCH(QList<int>, pictures);
-        QFETCH(QList<double>, colours);
-        QFETCH(qint64, fileSize);
-        TestRun t;
-        const int numbers[] = {1999, 2042, 2043, 2044};
-        for (int k = 0; k < 4; ++k)
-            if (records[k] != "-") t.ctx.store.put(20, numbers[k], records[k]);
-        // Pictures chosen before, which a number the bank does not have keeps.
-        t.ctx.icc().bt_fonc.set(46, t.ctx.icr().bxr.at(4));
-        t.ctx.icc().tclavv = t.ctx.icr().bxm.at(4);
-        charge_theme(t.ctx);
-        QCOMPARE(t.ctx.store.size(20), fileSize);  // nothing beyond what is read
-        if (records[0] == "-") QCOMPARE(t.ctx.store.get(20, 1999), padded("##00:00:10:00:00:00"));
-        for (int r = 2042; r <= 2047 && records[1] == "-"; ++r)
-            QCOMPARE(t.ctx.store.get(20, r), padded("##4210752"));
-        if (records[1] != "-")  // no default over a blank
-            QCOMPARE(t.ctx.store.get(20, 2043), padded(records[2]));
-        const Icc& icc = t.ctx.icc();
-        QVERIFY(samePicture(icc.bt_fonc.at(46), t.ctx.icr().bxr.at(pictures[0])));
-        QVERIFY(samePicture(icc.btc.at(71), t.ctx.icr().bxm.at(pictures[1])));
-        QVERIFY(samePicture(icc.tclavv, t.ctx.icr().bxm.at(pictures[2])));
-        for (int k = 1; k <= 4; ++k) QCOMPARE(t.ctx.couleur_theme[size_t(k)], colours[k - 1]);
-        // The bar's captions take colour 1.
-        KeypadScreen form(t.ctx);
-        cree_bouton(form, QStringLiteral("001:124:Valider"));
-        QCOMPARE(textColour(form.li_prog.at(1)), colourFromNumber(colours[0]));
-    }
-
-    // Record 3008 "#P#" and a flag a picture lets persimg_00N.gif of the
-    // shop's own take the place of ticket2, bt_fonc, btc and tclavv.
-    void shopPictures_data() {
-        QTest::addColumn<QByteArray>("flags");
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QStringList>("replaced");
-        QTest::newRow("flag without its file")
-            << QByteArray("#P#001000") << QStringList{} << QStringList{};
-        QTest::newRow("ticket") << QByteArray("#P#001000") << QStringList{"persimg_002.gif"}
-                                << QStringList{"ticket2"};
-        QTest::newRow("file without its flag")
-            << QByteArray("#P#000000") << QStringList{"persimg_002.gif"} << QStringList{};
-        QTest::newRow("all four") << QByteArray("#P#111111")
-                                  << QStringList{"persimg_000.gif", "persimg_001.gif",
-                                                 "persimg_002.gif", "persimg_003.gif",
-                                                 "persimg_004.gif", "persimg_005.gif"}
-                                  << QStringList{"ticket2", "bt_fonc", "btc", "tclavv"};
-        QTest::newRow("no marker")
-            << QByteArray("  P#111111") << QStringList{"persimg_002.gif", "persimg_005.gif"}
-            << QStringList{};
-    }
-    void shopPictures() {
-        QFETCH(QByteArray, flags);
-        QFETCH(QStringList, files);
-        QFETCH(QStringList, replaced);
-        TestRun t;
-        t.ctx.store.put(20, 3008, flags);
-        QImage own(30, 20, QImage::Format_RGB32);
-        own.fill(QColor(0x12, 0x34, 0x56));
-        // The suite's files are GIF; a picture in any format Qt reads stands in.
-        for (const QString& name : files) QVERIFY(own.save(name, "PNG"));
-        charge_theme(t.ctx);
-        const Icc& icc = t.ctx.icc();
-        const std::map<QString, QPixmap> pictures = {{"ticket2", icc.ticket2},
-                                                     {"bt_fonc", icc.bt_fonc.at(46)},
-                                                     {"btc", icc.btc.at(71)},
-                                                     {"tclavv", icc.tclavv}};
-        for (const auto& [name, picture] : pictures)
-            QVERIFY2(samePicture(picture, QPixmap::fromImage(own)) == replaced.contains(name),
-                     qPrintable(name));
-    }
 
     // The weight keypad: faces and captions from the theme, the size and font
     // of records 2038 and 2039 on keys 1 to 9; switch 10 at 1 puts the rows
