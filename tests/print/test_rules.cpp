@@ -1,13 +1,12 @@
-// Code strings in their three record layouts, their conversion to bytes, and
-// the accent translation of both channels.
+// Code strings to bytes, in the general form and in the paper cut's, and the
+// accent translation of both channels. (How the records hold the codes and
+// the drawer's codes are the expert screen's flows.)
 #include <QTest>
 
 #include "print/accents.h"
 #include "print/code_string.h"
 #include "store/codec.h"
 #include "store/failure.h"
-
-Q_DECLARE_METATYPE(CodeLayout)
 
 namespace {
 QByteArray bytes(std::initializer_list<int> values) {
@@ -20,90 +19,6 @@ QByteArray bytes(std::initializer_list<int> values) {
 class TestRules : public QObject {
     Q_OBJECT
   private slots:
-    void readFields_data() {
-        QTest::addColumn<QByteArray>("record");
-        QTest::addColumn<CodeLayout>("layout");
-        QTest::addColumn<QStringList>("fields");
-        QTest::newRow("packed") << QByteArray("027116016           ") << CodeLayout::Packed
-                                << QStringList{"027", "116", "016", "", "", ""};
-        QTest::newRow("packed, 19 and 20 are no field")
-            << QByteArray("               12345") << CodeLayout::Packed
-            << QStringList{"", "", "", "", "", "123"};
-        QTest::newRow("packed, short record") << QByteArray("02711") << CodeLayout::Packed
-                                              << QStringList{"027", "11", "", "", "", ""};
-        QTest::newRow("separated by the expert screen")
-            << QByteArray("029:086:048:   :   :") << CodeLayout::Separated
-            << QStringList{"029", "086", "048", "", ""};
-        QTest::newRow("separated by the guided path")
-            << QByteArray("029 086 048         ") << CodeLayout::Separated
-            << QStringList{"029", "086", "048", "", ""};
-        QTest::newRow("a leading blank trims away")
-            << QByteArray(" 7 :27 :") << CodeLayout::Separated
-            << QStringList{"7", "27", "", "", ""};
-        QTest::newRow("never written")
-            << QByteArray(20, '\0') << CodeLayout::Packed << QStringList{"", "", "", "", "", ""};
-    }
-    void readFields() {
-        QFETCH(QByteArray, record);
-        QFETCH(CodeLayout, layout);
-        QFETCH(QStringList, fields);
-        QCOMPARE(readCodeFields(record, layout, int(fields.size())), fields);
-    }
-
-    void writeFields_data() {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<CodeLayout>("layout");
-        QTest::addColumn<QStringList>("fields");
-        QTest::addColumn<QByteArray>("after");
-        QTest::newRow("packed: trimmed, padded, cut, 19-20 kept")
-            << QByteArray("999999999999999999XY") << CodeLayout::Packed
-            << QStringList{"27", " 7 ", "", "1234", "ab", ""} << QByteArray("27 7     123ab    XY");
-        QTest::newRow("packed: zero bytes beyond the fields stay")
-            << QByteArray(20, '\0') << CodeLayout::Packed
-            << QStringList{"027", "116", "016", "", "", ""}
-            << QByteArray("027116016         ") + QByteArray(2, '\0');
-        QTest::newRow("separated: untrimmed, colon behind each field")
-            << QByteArray(20, 'Z') << CodeLayout::Separated
-            << QStringList{" 7", "029", "", "12345", "x"} << QByteArray(" 7 :029:   :123:x  :");
-        QTest::newRow("separated: fewer fields leave the rest")
-            << QByteArray("029 086 048 abc defg") << CodeLayout::Separated << QStringList{"1", "2"}
-            << QByteArray("1  :2  :048 abc defg");
-        QTest::newRow("short record is padded")
-            << QByteArray("02") << CodeLayout::Packed << QStringList{"5"}
-            << QByteArray("5                   ");
-    }
-    void writeFields() {
-        QFETCH(QByteArray, before);
-        QFETCH(CodeLayout, layout);
-        QFETCH(QStringList, fields);
-        QFETCH(QByteArray, after);
-        QCOMPARE(writeCodeFields(before, layout, fields), after);
-    }
-
-    void drawerField_data() {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QByteArray>("record");
-        QTest::newRow("empty") << "" << QByteArray(20, ' ');
-        QTest::newRow("blanks") << "   " << QByteArray(20, ' ');
-        QTest::newRow("27") << "27" << QByteArray("027                 ");
-        QTest::newRow("blank then 7") << " 7" << QByteArray("007                 ");
-        QTest::newRow("half rounds up") << "2.5" << QByteArray("003                 ");
-        QTest::newRow("four digits") << "1234" << QByteArray("1234                ");
-        QTest::newRow("letters") << "abc" << QByteArray("000                 ");
-        QTest::newRow("negative") << "-5" << QByteArray("-005                ");
-    }
-    void drawerField() {
-        QFETCH(QString, field);
-        QFETCH(QByteArray, record);
-        QCOMPARE(writeDrawerField(field), record);
-    }
-
-    void drawerFieldReadsUntrimmed() {
-        QCOMPARE(readDrawerField("027                 "), QString("027"));
-        QCOMPARE(readDrawerField(" 27xxxxxxx"), QString(" 27"));
-        QCOMPARE(readDrawerField(QByteArray(20, '\0')), QString());
-    }
-
     void generalForm_data() {
         QTest::addColumn<QStringList>("fields");
         QTest::addColumn<QByteArray>("expected");
