@@ -6,19 +6,6 @@
 
 #include "shell/screen_registry.h"
 
-QString quoted(const QString& text) {
-    QString out;
-    for (const QChar c : text) {
-        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
-            out += QLatin1Char('\\') + c;
-        else if (c.unicode() < 0x20)
-            out += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
-        else
-            out += c;  // accented letters stand as they are (the report is UTF-8)
-    }
-    return QLatin1Char('"') + out + QLatin1Char('"');
-}
-
 FlowInteraction::FlowInteraction(const ScreenRegistry& registry, const Scenario& scenario,
                                  FlowLog& log)
     : registry_(registry), absent_(scenario.absent), log_(log) {

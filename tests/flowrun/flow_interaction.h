@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-#include "flow_log.h"
+#include "report.h"
 #include "scenario.h"
 #include "shell/screen.h"
 #include "support/test_interaction.h"

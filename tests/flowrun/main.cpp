@@ -11,6 +11,7 @@
 #include "app/screens.h"
 #include "file_diff.h"
 #include "flow_interaction.h"
+#include "report.h"
 #include "scenario.h"
 #include "shell/fonts.h"
 #include "shell/screen_registry.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "flow_interaction.h"
-#include "flow_log.h"
+#include "report.h"
 #include "scenario.h"
 
 class StepRunner : public QObject {
