@@ -51,20 +51,33 @@ class FlowPlatform : public TestPlatform {
         log_.add(QStringLiteral("browser %1 %2").arg(quoted(browserPath), quoted(page)));
         return true;
     }
+    // What a captured port ("COM3") or a USB family ("T1") received since it
+    // was last asked, taken away: "1b 40 ...", or "nothing".
+    std::optional<QString> takeWire(const QString& name) {
+        QByteArray bytes;
+        if (name.startsWith(QLatin1String("COM")) && ptys.count(name.mid(3).toInt())) {
+            bytes = ptys.at(name.mid(3).toInt())->received();
+        } else if (name == QLatin1String("T1") || name == QLatin1String("T3")) {
+            NotingFamily& family = name == QLatin1String("T1") ? usbFamilies.t1 : usbFamilies.t3;
+            bytes = family.writes.join();
+            family.writes.clear();
+        } else {
+            return std::nullopt;
+        }
+        return bytes.isEmpty() ? QStringLiteral("nothing") : hexBytes(bytes);
+    }
     // "COM1: 1b 40 ..." for each captured port, "T1: ..." for each USB family
     // written to.
     QStringList wireReport() {
         QStringList lines;
-        for (auto& [n, pty] : ptys) {
-            const QByteArray bytes = pty->received();
+        for (const auto& [n, pty] : ptys)
             lines << QStringLiteral("COM%1: %2")
                          .arg(n)
-                         .arg(bytes.isEmpty() ? "nothing" : hexBytes(bytes));
-        }
-        for (const auto& [name, family] :
-             {std::pair{"T1", &usbFamilies.t1}, std::pair{"T3", &usbFamilies.t3}})
-            if (const QByteArray bytes = family->writes.join(); !bytes.isEmpty())
-                lines << QStringLiteral("%1: %2").arg(QLatin1String(name), hexBytes(bytes));
+                         .arg(*takeWire(QStringLiteral("COM%1").arg(n)));
+        for (const char* family : {"T1", "T3"})
+            if (const QString bytes = *takeWire(QLatin1String(family));
+                bytes != QLatin1String("nothing"))
+                lines << QLatin1String(family) + QStringLiteral(": ") + bytes;
         return lines;
     }
 
@@ -155,6 +168,7 @@ int main(int argc, char** argv) {
         _exit(0);
     };
     StepRunner runner(scenario.steps, ui, log, screenshots);
+    runner.wire = [&platform](const QString& name) { return platform.takeWire(name); };
     runner.begin();
     return QApplication::exec();
 }

@@ -174,6 +174,10 @@ void StepRunner::execute(const Step& step) {
     if (verb == QLatin1String("read")) {
         std::optional<QString> value = sharedVariable(ctx, name);
         if (name == QLatin1String("pointer")) value = pointerShape();
+        if (const auto bytes = wire ? wire(name) : std::nullopt) {
+            log_.add(QStringLiteral("read %1: %2").arg(name, *bytes));
+            return;
+        }
         if (value) {
             log_.add(QStringLiteral("read %1 %2").arg(name, quoted(*value)));
             return;

@@ -3,6 +3,8 @@
 // that opens a modal screen (which runs its own event loop) does not stop the
 // next steps: they then act on the modal screen.
 #include <QObject>
+#include <functional>
+#include <optional>
 #include <vector>
 
 #include "flow_interaction.h"
@@ -16,6 +18,8 @@ class StepRunner : public QObject {
     // not empty.
     StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log, QString screenshotDir);
     void begin();
+    // What a port or USB family received since last asked ("COM3", "T1").
+    std::function<std::optional<QString>(const QString&)> wire;
 
   private:
     void runNext();
