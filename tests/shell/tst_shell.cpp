@@ -1,6 +1,6 @@
-// The shell's rules that no flow sees: the weight keypad's dressing (no
-// screen of today has the keypad) and the bubble's lamps, whose run follows
-// the real clock.
+// The shell's rules that no flow sees: a bar slot defined twice, the weight
+// keypad's dressing (no screen of today has the keypad) and the bubble's
+// lamps, whose run follows the real clock.
 #include <QtTest>
 
 #include "shell/button_bar.h"
@@ -40,6 +40,17 @@ class ShellTest : public QObject {
     Q_OBJECT
   private slots:
     void initTestCase() { installFonts(); }
+
+    // A slot defined twice shows its last definition (no screen of today
+    // does it).
+    void lastDefinitionWins() {
+        TestRun t;
+        KeypadScreen form(t.ctx);
+        cree_bouton(form, QStringLiteral("000:108:Fin"));
+        cree_bouton(form, QStringLiteral("000:124:Annuler"));
+        QCOMPARE(form.li_prog.at(0)->text(), QStringLiteral("Annuler"));
+        QVERIFY(samePicture(form.im_prog.at(0)->pixmap(), t.ctx.icc().p11.at(124)));
+    }
 
     // The weight keypad: faces and captions from the theme, the size and font
     // of records 2038 and 2039 on keys 1 to 9; switch 10 at 1 puts the rows
