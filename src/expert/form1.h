@@ -41,7 +41,6 @@ class Form1 : public PrinterForm {
     void test_graphique_usb();
     void test_cheque(int number);
 
-
     static const char* const vendorPage;
     static const char* const browserPath;
 
