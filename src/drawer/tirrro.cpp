@@ -11,7 +11,6 @@
 #include "shell/context.h"
 #include "shell/image_banks.h"
 #include "shell/placing.h"
-#include "shell/printer_form.h"
 #include "store/codec.h"
 #include "store/failure.h"
 #include "store/numeric.h"

@@ -6,10 +6,10 @@
 #include <QPushButton>
 #include <exception>
 
+#include "expert/printer_presets.h"
 #include "print/channels.h"
 #include "print/mscomm.h"
 #include "shell/context.h"
-#include "shell/printer_presets.h"
 #include "store/failure.h"
 #include "store/numeric.h"
 

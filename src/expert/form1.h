@@ -5,7 +5,7 @@
 // development tests.
 #include <memory>
 
-#include "shell/printer_form.h"
+#include "expert/printer_form.h"
 
 class MSComm;
 
@@ -40,8 +40,6 @@ class Form1 : public PrinterForm {
     void test_graphique_serie();
     void test_graphique_usb();
     void test_cheque(int number);
-
-    MSComm& MSComm1() { return *port_; }
 
     static const char* const vendorPage;
     static const char* const browserPath;

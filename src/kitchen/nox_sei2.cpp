@@ -4,10 +4,10 @@
 #include <QPushButton>
 #include <exception>
 
+#include "expert/printer_presets.h"
 #include "print/test_ticket.h"
 #include "shell/context.h"
 #include "shell/image_banks.h"
-#include "shell/printer_presets.h"
 #include "store/failure.h"
 #include "store/numeric.h"
 #include "store/record_files.h"

@@ -3,7 +3,7 @@
 // kitchen's own file (w_imprc5.wdo on file number 20 while it is open) and on
 // the kitchen port of icc. "Fin" always saves, asks whether the kitchen has a
 // printer of its own, and gives the place back to Form1.
-#include "shell/printer_form.h"
+#include "expert/printer_form.h"
 
 class nox_sei2 : public PrinterForm {
     Q_OBJECT

@@ -15,8 +15,6 @@ class form97 : public Screen {
     ~form97() override;
     void load() override;  // reads msg_dialogue and retour_dialogue
     void bt_prog_Click(int index) override;
-    // The state once loaded, for tests: the kind with its flags taken off.
-    int kind() const { return kind_; }
 
     static constexpr QSize designSize{640, 300};
 

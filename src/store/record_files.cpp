@@ -11,29 +11,40 @@ const QByteArray blank(files::recordLength, ' ');
 void putBlanks(RecordStore& store, int fileNumber, int first, int last) {
     for (int n = first; n <= last; ++n) store.put(fileNumber, n, blank);
 }
+
+// Closes the number and opens the file on it; without its marker, writes the
+// head to record 1 and blanks to records 2 to last. True when it did.
+bool openMarked(RecordStore& store, int number, const char* name, const QByteArray& head,
+                int last) {
+    store.close(number);
+    store.open(number, QString::fromLatin1(name), files::recordLength);
+    if (hasMarker(store.get(number, 1))) return false;
+    store.put(number, 1, head);
+    putBlanks(store, number, 2, last);
+    return true;
+}
 }  // namespace
 
-QByteArray markerDate(const QDate& today) { return today.toString(QStringLiteral("MM-dd-yyyy")).toLatin1(); }
+QByteArray markerDate(const QDate& today) {
+    return today.toString(QStringLiteral("MM-dd-yyyy")).toLatin1();
+}
 
-bool hasMarker(QByteArrayView record) { return record.startsWith(marker); }
+bool hasMarker(QByteArrayView record) {
+    return record.startsWith(marker);
+}
 
 void ouvre_fich142(RecordStore& store, const QDate& today) {
-    store.close(files::main);
-    store.open(files::main, QString::fromLatin1(files::mainName), files::recordLength);
-    if (hasMarker(store.get(files::main, 1))) return;
-    store.put(files::main, 1, marker + markerDate(today));
-    putBlanks(store, files::main, 2, 201);
+    openMarked(store, files::main, files::mainName, marker + markerDate(today), 201);
 }
 
 void ouvre_perifx(RecordStore& store, const QDate& today) {
-    store.close(files::networkTill);
-    store.open(files::networkTill, QString::fromLatin1(files::networkTillName), files::recordLength);
-    if (hasMarker(store.get(files::networkTill, 1))) return;
-    store.put(files::networkTill, 1, marker + markerDate(today));
-    putBlanks(store, files::networkTill, 2, 2000);
+    if (!openMarked(store, files::networkTill, files::networkTillName, marker + markerDate(today),
+                    2000))
+        return;
     // The list below is only walked: what is copied is records 1 to 16 of
     // file 20, by pass number, as the sales program expects the file to hold.
-    static const int walked[16] = {81, 27, 97, 98, 70, 99, 697, 691, 692, 693, 694, 24, 41, 84, 22, 19};
+    static const int walked[16] = {81,  27,  97,  98, 70, 99, 697, 691,
+                                   692, 693, 694, 24, 41, 84, 22,  19};
     for (int pass = 1; pass <= 16; ++pass) {
         [[maybe_unused]] const int listed = walked[pass - 1];
         store.put(files::networkTill, pass, store.get(files::sales, pass));
@@ -52,9 +63,5 @@ void ouvre_souvprt(RecordStore& store, int port) {
 }
 
 void ouvre_imprc5(RecordStore& store) {
-    store.close(files::sales);
-    store.open(files::sales, QString::fromLatin1(files::kitchenName), files::recordLength);
-    if (hasMarker(store.get(files::sales, 1))) return;
-    store.put(files::sales, 1, marker);
-    putBlanks(store, files::sales, 2, 1001);
+    openMarked(store, files::sales, files::kitchenName, marker, 1001);
 }

@@ -2,6 +2,13 @@
 
 #include <algorithm>
 
+#include "store/fixed_string.h"
+
+QByteArray visibleRecord(QByteArrayView bytes) {
+    const qsizetype nul = bytes.indexOf('\0');
+    return FixedString(files::recordLength, nul < 0 ? bytes : bytes.first(nul)).bytes();
+}
+
 int fileNumberOf(RecordFile file, int fichier_perif) {
     switch (file) {
         case RecordFile::Peripheral:

@@ -2,6 +2,8 @@
 // The one table of every record this tool reads or writes in the 20-character
 // files it shares with the sales program. Screens name records through it; a
 // record that is not here is never touched.
+#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <vector>
 
@@ -40,6 +42,12 @@ inline const char* const switchesName = "switch63.wdo";
 inline const char* const ticketLinesName = "W_FE1032.WDO";
 inline constexpr int recordLength = 20;
 }  // namespace files
+
+// A 20-character record as a screen shows it: the bytes before the first
+// zero byte, padded with blanks. A file that the sales program has made but
+// not yet written holds zero bytes, and such a record is blank. The cut is
+// for showing only: an update in place starts from the record as it is.
+QByteArray visibleRecord(QByteArrayView bytes);
 
 // The file number a record is read and written through.
 int fileNumberOf(RecordFile file, int fichier_perif);

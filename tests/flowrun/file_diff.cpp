@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "report.h"
 #include "scenario.h"
 
 DirSnapshot snapshotDir(const QString& path) {
@@ -13,35 +14,6 @@ DirSnapshot snapshotDir(const QString& path) {
         snapshot[name] = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
     return snapshot;
-}
-
-namespace {
-QString escapedByte(char c) {
-    const auto b = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\' || c == '<') return QString(QLatin1Char('\\')) + QLatin1Char(c);
-    if (b >= 0x20 && b < 0x7f) return QString(QLatin1Char(c));
-    return QStringLiteral("\\x%1").arg(b, 2, 16, QLatin1Char('0'));
-}
-}  // namespace
-
-QString escaped(const QByteArray& bytes) {
-    constexpr qsizetype shortestRun = 6;
-    QString out;
-    for (qsizetype i = 0; i < bytes.size();) {
-        qsizetype run = 1;
-        while (i + run < bytes.size() && bytes[i + run] == bytes[i]) ++run;
-        if (run >= shortestRun) {
-            out += QStringLiteral("<%1*%2>").arg(run).arg(escapedByte(bytes[i]));
-            i += run;
-        } else {
-            out += escapedByte(bytes[i++]);
-        }
-    }
-    return out;
-}
-
-QString hexBytes(const QByteArray& bytes) {
-    return QString::fromLatin1(bytes.toHex(' '));
 }
 
 namespace {

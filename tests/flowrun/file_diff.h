@@ -13,9 +13,3 @@ DirSnapshot snapshotDir(const QString& path);
 // "WFICH142.WDO 195: \"#TIRIND#    ...\" -> \"          ...\"", absent for
 // a record beyond the end of the file before or after.
 QStringList changedRecords(const DirSnapshot& before, const DirSnapshot& after);
-
-// Bytes as text: printable ASCII stands, the rest is \xNN; " \ and < are
-// escaped with a backslash; a run of 6 or more equal bytes is <count*byte>.
-QString escaped(const QByteArray& bytes);
-// "1b 40 0a".
-QString hexBytes(const QByteArray& bytes);

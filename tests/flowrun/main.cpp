@@ -11,6 +11,7 @@
 #include "app/screens.h"
 #include "file_diff.h"
 #include "flow_interaction.h"
+#include "report.h"
 #include "scenario.h"
 #include "shell/fonts.h"
 #include "shell/screen_registry.h"
@@ -64,10 +65,11 @@ class FlowPlatform : public TestPlatform {
     }
     bool paused = false;  // during the step that is running
     // "wire COM3: 1b 70 00": what came to each port since the last such line.
+    // The bytes stay in what the port received for `read COM3` and the end.
     void writeWire() {
         for (auto& [n, pty] : ptys) {
             const QByteArray bytes = pty->received(30);
-            wire_[n] += bytes;
+            pending_[n] += bytes;
             if (!bytes.isEmpty())
                 log_.add(QStringLiteral("wire COM%1: %2").arg(n).arg(hexBytes(bytes)));
         }
@@ -76,20 +78,35 @@ class FlowPlatform : public TestPlatform {
         log_.add(QStringLiteral("browser %1 %2").arg(quoted(browserPath), quoted(page)));
         return true;
     }
+    // What a captured port ("COM3") or a USB family ("T1") received since it
+    // was last asked, taken away: "1b 40 ...", or "nothing".
+    std::optional<QString> takeWire(const QString& name) {
+        QByteArray bytes;
+        if (name.startsWith(QLatin1String("COM")) && ptys.count(name.mid(3).toInt())) {
+            const int n = name.mid(3).toInt();
+            bytes = pending_[n] + ptys.at(n)->received();
+            pending_.erase(n);
+        } else if (name == QLatin1String("T1") || name == QLatin1String("T3")) {
+            NotingFamily& family = name == QLatin1String("T1") ? usbFamilies.t1 : usbFamilies.t3;
+            bytes = family.writes.join();
+            family.writes.clear();
+        } else {
+            return std::nullopt;
+        }
+        return bytes.isEmpty() ? QStringLiteral("nothing") : hexBytes(bytes);
+    }
     // "COM1: 1b 40 ..." for each captured port, "T1: ..." for each USB family
     // written to.
     QStringList wireReport() {
         QStringList lines;
-        for (auto& [n, pty] : ptys) {
-            const QByteArray bytes = wire_[n] + pty->received();
+        for (const auto& [n, pty] : ptys)
             lines << QStringLiteral("COM%1: %2")
                          .arg(n)
-                         .arg(bytes.isEmpty() ? "nothing" : hexBytes(bytes));
-        }
-        for (const auto& [name, family] :
-             {std::pair{"T1", &usbFamilies.t1}, std::pair{"T3", &usbFamilies.t3}})
-            if (const QByteArray bytes = family->writes.join(); !bytes.isEmpty())
-                lines << QStringLiteral("%1: %2").arg(QLatin1String(name), hexBytes(bytes));
+                         .arg(*takeWire(QStringLiteral("COM%1").arg(n)));
+        for (const char* family : {"T1", "T3"})
+            if (const QString bytes = *takeWire(QLatin1String(family));
+                bytes != QLatin1String("nothing"))
+                lines << QLatin1String(family) + QStringLiteral(": ") + bytes;
         return lines;
     }
 
@@ -102,7 +119,7 @@ class FlowPlatform : public TestPlatform {
     }
     FlowLog& log_;
     std::map<int, std::unique_ptr<MSComm>> holders_;
-    std::map<int, QByteArray> wire_;  // what the pauses took from each port
+    std::map<int, QByteArray> pending_;  // what the pauses took from each port
 };
 
 void print(const QStringList& lines) {
@@ -134,8 +151,13 @@ int main(int argc, char** argv) {
     int qtArgc = 1;
     QApplication app(qtArgc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    installFonts();  // as the tool does, so pictures of the screens look the same
+    installFonts();  // as the program does
 
+    // Taken whole before the run moves to its data directory.
+    const QString screenshots =
+        qEnvironmentVariableIsEmpty("KALVO_SCREENSHOTS")
+            ? QString()
+            : QDir(qEnvironmentVariable("KALVO_SCREENSHOTS")).absolutePath();
     QTemporaryDir dataDir;
     QDir::setCurrent(dataDir.path());
     try {
@@ -165,6 +187,8 @@ int main(int argc, char** argv) {
             print({QStringLiteral("unused dialog reply, line %1: %2")
                        .arg(r.line)
                        .arg(quoted(r.expected))});
+        for (const QString& name : ui.stillLoaded())
+            print({QStringLiteral("closed but still loaded: %1").arg(name)});
         if (!ended && ui.topmost())
             print({QStringLiteral("in front: %1").arg(ui.topmost()->objectName())});
         print({ended ? QStringLiteral("ended: yes") : QStringLiteral("ended: no")});
@@ -174,7 +198,8 @@ int main(int argc, char** argv) {
         platform.removeFiles();
         _exit(0);
     };
-    StepRunner runner(scenario.steps, ui, log);
+    StepRunner runner(scenario, ui, log, screenshots);
+    runner.wire = [&platform](const QString& name) { return platform.takeWire(name); };
     runner.afterStep = [&platform] {
         if (!platform.paused) return;
         platform.writeWire();

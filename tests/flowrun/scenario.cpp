@@ -101,11 +101,9 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
     if (tokens.size() < count) fail(line, QStringLiteral("missing words"));
 }
 
-const QStringList stepVerbs = {"start",  "open",  "fill", "click", "dblclick", "choose", "tick",
-                               "select", "timer", "key",  "read",  "wait",     "set"};
-// Steps that only look: a control's visibility and colours, a picture, a
-// record as it stands on disk at that moment.
-const QStringList lookVerbs = {"look", "screenshot", "peek"};
+const QStringList stepVerbs = {"start", "open",   "fill",  "click", "dblclick",   "choose",
+                               "tick",  "select", "timer", "key",   "read",       "wait",
+                               "set",   "ask",    "bulle", "look",  "screenshot", "peek"};
 
 }  // namespace
 
@@ -151,6 +149,10 @@ Scenario parseScenario(const QByteArray& text) {
         } else if (verb == "usb") {
             need(t, 3, line);
             s.usb[numberOf(t[1], line) == 0 ? 0 : 1] = t[2].text == "on";
+        } else if (verb == "timers") {
+            need(t, 2, line);
+            if (t[1].text != "manual") fail(line, QStringLiteral("timers manual"));
+            s.manualTimers = true;
         } else if (verb == "absent") {
             need(t, 2, line);
             s.absent << QString::fromUtf8(t[1].text);
@@ -159,8 +161,7 @@ Scenario parseScenario(const QByteArray& text) {
             s.dialogs.push_back({numberOf(t[2], line),
                                  t.size() > 3 ? QString::fromUtf8(t[3].text) : QString(),
                                  QString::fromUtf8(t[1].text), line});
-        } else if (stepVerbs.contains(QString::fromUtf8(verb)) ||
-                   lookVerbs.contains(QString::fromUtf8(verb))) {
+        } else if (stepVerbs.contains(QString::fromUtf8(verb))) {
             Step step{line, QString::fromUtf8(verb), {}};
             for (size_t k = 1; k < t.size(); ++k) step.args << QString::fromUtf8(t[k].text);
             s.steps.push_back(step);

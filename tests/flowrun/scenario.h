@@ -24,8 +24,7 @@ struct SeedFile {
 
 struct Step {
     int line = 0;
-    QString
-        verb;  // start, open, fill, click, dblclick, choose, tick, select, timer, key, read, wait
+    QString verb;      // start, open, fill, click, ... (the README's table of steps)
     QStringList args;  // the words after the verb, unquoted
 };
 
@@ -39,6 +38,7 @@ struct Scenario {
     QStringList absent;            // screens taken out of this run's build
     std::deque<Reply> dialogs;     // expected: msg_dialogue as the caller sets it
     std::vector<Step> steps;
+    bool manualTimers = false;  // named timers tick only at a `timer` step
 };
 
 // Reads a scenario; throws std::runtime_error with the line on a bad one.

@@ -1,10 +1,12 @@
 #include "step_runner.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
+#include <QCursor>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -15,10 +17,13 @@
 #include <QTimerEvent>
 #include <stdexcept>
 
-#include "file_diff.h"
+#include "describe.h"
+#include "report.h"
 #include "shared_variables.h"
+#include "shell/context.h"
+#include "shell/image_banks.h"
+#include "shell/info_bubble.h"
 #include "shell/screen.h"
-#include "store/failure.h"
 
 namespace {
 
@@ -30,40 +35,33 @@ const std::map<QString, Qt::Key> keys = {
     {QStringLiteral("Return"), Qt::Key_Return},       {QStringLiteral("Enter"), Qt::Key_Enter},
     {QStringLiteral("Escape"), Qt::Key_Escape},       {QStringLiteral("Tab"), Qt::Key_Tab},
     {QStringLiteral("Backspace"), Qt::Key_Backspace}, {QStringLiteral("F1"), Qt::Key_F1},
+    {QStringLiteral("Space"), Qt::Key_Space},
 };
 
-QString valueOf(QObject* w) {
-    if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
-    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
-    if (auto* b = qobject_cast<QCheckBox*>(w)) return QString::number(int(b->checkState()) / 2);
-    if (auto* r = qobject_cast<QRadioButton*>(w)) return r->isChecked() ? "1" : "0";
-    if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
-    if (auto* t = qobject_cast<QPlainTextEdit*>(w)) return t->toPlainText();
-    if (auto* t = qobject_cast<QTextEdit*>(w)) return t->toPlainText();
-    if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
-    if (auto* l = qobject_cast<QListWidget*>(w))
-        return l->currentItem() ? l->currentItem()->text() : QString();
-    if (auto* screen = qobject_cast<QWidget*>(w); screen && screen->isWindow())
-        return screen->windowTitle();
-    return QString();
+// A key as the keyboard sends it; Ctrl with a letter carries its control
+// character, as a paste (Ctrl+V) or a bell (Ctrl+G) does.
+void pressKey(QWidget* w, const QString& name) {
+    if (name.size() == 6 && name.startsWith(QLatin1String("Ctrl+")) && name[5].isUpper()) {
+        const QChar letter = name[5];
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_A + (letter.unicode() - 'A'), Qt::ControlModifier,
+                        QString(QChar(letter.unicode() - 'A' + 1)));
+        QApplication::sendEvent(w, &press);
+        return;
+    }
+    const auto key = keys.find(name);
+    if (key != keys.end())
+        QTest::keyClick(w, key->second);
+    else if (name.size() == 1 && name[0].unicode() < 0x80)
+        QTest::keyClick(w, name[0].toLatin1());  // a character: "5", ".", "-", "c"
+    else
+        refuse(QStringLiteral("unknown key %1").arg(name));
 }
 
-// A colour as the suite numbers it: blue, green, red, in six hex digits.
-QString colourNumber(const QColor& c) {
-    return QStringLiteral("%1")
-        .arg((c.blue() << 16) | (c.green() << 8) | c.red(), 6, 16, QLatin1Char('0'))
-        .toUpper();
-}
-
-// Whether the control itself is visible (its Visible, whatever its frame),
-// its background when it paints one, and the border of a shape.
-QString looks(QWidget* w) {
-    QString text = w->isHidden() ? QStringLiteral("hidden") : QStringLiteral("visible");
-    if (w->autoFillBackground())
-        text += QStringLiteral(" back ") + colourNumber(w->palette().color(QPalette::Window));
-    const QVariant border = w->property("borderColor");
-    if (border.isValid()) text += QStringLiteral(" border ") + colourNumber(border.value<QColor>());
-    return text;
+QString pointerShape() {
+    const QCursor* pointer = QGuiApplication::overrideCursor();
+    if (!pointer) return QStringLiteral("default");
+    return pointer->shape() == Qt::ArrowCursor ? QStringLiteral("arrow")
+                                               : QString::number(int(pointer->shape()));
 }
 
 void choose(QWidget* w, const QString& entry) {
@@ -107,13 +105,19 @@ void fill(QWidget* w, const QString& text) {
 
 }  // namespace
 
-StepRunner::StepRunner(std::vector<Step> steps, FlowInteraction& ui, FlowLog& log)
-    : steps_(std::move(steps)), ui_(ui), log_(log) {
-    QCoreApplication::instance()->installEventFilter(this);
+StepRunner::StepRunner(const Scenario& scenario, FlowInteraction& ui, FlowLog& log,
+                       QString screenshotDir)
+    : steps_(scenario.steps),
+      manualTimers_(scenario.manualTimers),
+      ui_(ui),
+      log_(log),
+      screenshotDir_(std::move(screenshotDir)) {
+    if (manualTimers_) QCoreApplication::instance()->installEventFilter(this);
 }
 
-// A named timer of a screen (Timer1, Timer2) never ticks by itself during a
-// flow, so that what a scan prints does not depend on how fast the run goes.
+// With `timers manual`, a named timer of a screen (Timer1, Timer2) never
+// ticks by itself, so that what a scan prints does not depend on how fast
+// the run goes.
 bool StepRunner::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::Timer || ticking_) return false;
     auto* timer = qobject_cast<QTimer*>(watched);
@@ -151,27 +155,20 @@ void StepRunner::runNext() {
 }
 
 void StepRunner::execute(const Step& step) {
-    if (step.verb == QLatin1String("wait")) return;
-    if (step.verb == QLatin1String("start")) {
+    const QString& verb = step.verb;
+    Context& ctx = *ui_.ctx;
+    if (verb == QLatin1String("wait")) return;
+    if (verb == QLatin1String("start")) {
         // As the program starts: the menu's load, then the menu shows.
         ui_.showScreen(QStringLiteral("menuimp"), false);
         return;
     }
-    // The shared variables of the context, by name; `read` of a name that is
-    // not one reads the control of that name.
-    if (step.verb == QLatin1String("set")) {
-        if (step.args.size() < 2) refuse(QStringLiteral("set needs a name and a value"));
-        if (!setSharedVariable(*ui_.ctx, step.args[0], step.args[1]))
-            refuse(QStringLiteral("no shared variable %1").arg(step.args[0]));
+    if (verb == QLatin1String("open")) {
+        if (step.args.isEmpty()) refuse(QStringLiteral("open needs a screen"));
+        ui_.showScreen(step.args[0], step.args.value(1) == QLatin1String("modal"));
         return;
     }
-    if (step.verb == QLatin1String("read") && !step.args.isEmpty()) {
-        if (const auto value = sharedVariable(*ui_.ctx, step.args[0])) {
-            log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(*value)));
-            return;
-        }
-    }
-    if (step.verb == QLatin1String("peek")) {
+    if (verb == QLatin1String("peek")) {
         // A record as the sales program would read it now, between two steps.
         if (step.args.size() < 2) refuse(QStringLiteral("peek needs a file and a record"));
         QFile file(step.args[0]);
@@ -185,31 +182,89 @@ void StepRunner::execute(const Step& step) {
                                           : QLatin1Char('"') + escaped(bytes) + QLatin1Char('"')));
         return;
     }
-    if (step.verb == QLatin1String("open")) {
-        if (step.args.isEmpty()) refuse(QStringLiteral("open needs a screen"));
-        ui_.showScreen(step.args[0], step.args.value(1) == QLatin1String("modal"));
+    // The prompt dialog itself, called as every screen calls it; the steps
+    // after go on inside it until it is answered.
+    if (verb == QLatin1String("ask")) {
+        if (step.args.size() < 2) refuse(QStringLiteral("ask needs a message and a kind"));
+        log_.add(QStringLiteral("ask %1 %2").arg(step.args[1], quoted(step.args[0])));
+        ui_.realDialogs = true;
+        const int reply = ctx.form97(step.args[0], step.args[1].toInt());
+        ui_.realDialogs = false;
+        log_.add(QStringLiteral("answer %1 %2").arg(reply).arg(quoted(ctx.msg_dialogue)));
         return;
     }
-    Screen* screen = ui_.topmost();
-    if (!screen) refuse(QStringLiteral("no screen is shown"));
+    // The real info bubble, as a screen calls it.
+    if (verb == QLatin1String("bulle")) {
+        if (step.args.size() < 2) refuse(QStringLiteral("bulle needs a text and a mode"));
+        log_.add(QStringLiteral("bulle %1 %2").arg(quoted(step.args[1]), quoted(step.args[0])));
+        bulle(ctx, step.args[0], step.args[1]);
+        ui_.follow(ctx.icc().bubble.get());
+        return;
+    }
+    // The shared variables of the context by name; a name that is not one is
+    // a control of the screen in front (set: its text, as a caller sets it).
+    const QString name = step.args.value(0);
+    if (verb == QLatin1String("set") && step.args.size() >= 2 &&
+        setSharedVariable(ctx, name, step.args[1]))
+        return;
+    if (verb == QLatin1String("read")) {
+        std::optional<QString> value = sharedVariable(ctx, name);
+        if (name == QLatin1String("pointer")) value = pointerShape();
+        if (const auto bytes = wire ? wire(name) : std::nullopt) {
+            log_.add(QStringLiteral("read %1: %2").arg(name, *bytes));
+            return;
+        }
+        if (value) {
+            log_.add(QStringLiteral("read %1 %2").arg(name, quoted(*value)));
+            return;
+        }
+    }
+    if (verb == QLatin1String("look")) {
+        if (const auto bank = lookAtBank(name, ctx)) {
+            log_.add(QStringLiteral("look %1 %2").arg(name, *bank));
+            return;
+        }
+    }
+    Screen* screen = ui_.screenWith(name);
+    if (!screen) screen = ui_.topmost();
+    if (!screen)
+        refuse(verb == QLatin1String("set") ? QStringLiteral("no shared variable %1").arg(name)
+                                            : QStringLiteral("no screen is shown"));
     act(step, *screen);
 }
 
-QWidget* StepRunner::control(const Step& step, Screen& screen, int argCount) {
+QObject* StepRunner::control(const Step& step, Screen& screen, int argCount) {
     if (step.args.size() < argCount) refuse(QStringLiteral("missing words"));
-    auto* w =
-        screen.objectName() == step.args[0] ? &screen : screen.findChild<QWidget*>(step.args[0]);
-    if (!w) refuse(QStringLiteral("no control %1 on %2").arg(step.args[0], screen.objectName()));
+    const QString& name = step.args[0];
+    QObject* w = screen.objectName() == name ? &screen : screen.findChild<QWidget*>(name);
+    if (!w) w = screen.findChild<QTimer*>(name);
+    if (!w) refuse(QStringLiteral("no control %1 on %2").arg(name, screen.objectName()));
     return w;
 }
 
 void StepRunner::act(const Step& step, Screen& screen) {
     const QString& verb = step.verb;
+    if (verb == QLatin1String("screenshot")) {
+        if (step.args.isEmpty()) refuse(QStringLiteral("screenshot needs a name"));
+        const QPixmap picture = screen.grab();
+        const QString file = screenshotDir_ + QLatin1Char('/') + step.args[0] + ".png";
+        if (!screenshotDir_.isEmpty() && !picture.save(file))
+            refuse(QStringLiteral("cannot write %1").arg(file));
+        log_.add(QStringLiteral("screenshot %1").arg(step.args[0]));
+        return;
+    }
+    if (verb == QLatin1String("read") && step.args.value(0) == QLatin1String("bar")) {
+        log_.add(QStringLiteral("read bar %1").arg(quoted(barOf(screen))));
+        return;
+    }
+    QObject* target = control(step, screen, 1);
+    if (verb == QLatin1String("read")) {
+        log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(valueOf(target))));
+        return;
+    }
     if (verb == QLatin1String("timer")) {
-        if (step.args.isEmpty()) refuse(QStringLiteral("timer needs a name"));
-        auto* timer = screen.findChild<QTimer*>(step.args[0]);
-        if (!timer)
-            refuse(QStringLiteral("no timer %1 on %2").arg(step.args[0], screen.objectName()));
+        auto* timer = qobject_cast<QTimer*>(target);
+        if (!timer) refuse(QStringLiteral("%1 is not a timer").arg(step.args[0]));
         if (!timer->isActive()) refuse(QStringLiteral("timer %1 is not running").arg(step.args[0]));
         QTimerEvent tick(timer->timerId());
         ticking_ = true;
@@ -217,20 +272,20 @@ void StepRunner::act(const Step& step, Screen& screen) {
         ticking_ = false;
         return;
     }
-    if (verb == QLatin1String("screenshot")) {
-        // Only when asked for; the report is the same either way.
-        const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS");
-        if (folder.isEmpty() || step.args.isEmpty()) return;
-        screen.grab().save(QDir(folder).filePath(step.args[0] + QStringLiteral(".png")));
-        return;
-    }
-    QWidget* w = control(step, screen, 1);
-    if (verb == QLatin1String("read")) {
-        log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(valueOf(w))));
-        return;
-    }
+    auto* w = qobject_cast<QWidget*>(target);
+    if (!w) refuse(QStringLiteral("%1 is not a control").arg(step.args[0]));
     if (verb == QLatin1String("look")) {
-        log_.add(QStringLiteral("look %1 %2").arg(step.args[0], looks(w)));
+        log_.add(QStringLiteral("look %1 %2").arg(step.args[0], lookOf(w, *ui_.ctx)));
+        return;
+    }
+    if (verb == QLatin1String("set")) {
+        if (step.args.size() < 2) refuse(QStringLiteral("set needs a name and a value"));
+        if (auto* label = qobject_cast<QLabel*>(w))
+            label->setText(step.args[1]);
+        else if (auto* edit = qobject_cast<QLineEdit*>(w))
+            edit->setText(step.args[1]);
+        else
+            refuse(QStringLiteral("no shared variable or text control %1").arg(step.args[0]));
         return;
     }
     if (!w->isVisible() || !w->isEnabled())
@@ -257,14 +312,7 @@ void StepRunner::act(const Step& step, Screen& screen) {
         if (!option) refuse(QStringLiteral("not an option button"));
         option->click();
     } else if (verb == QLatin1String("key")) {
-        const QString name = step.args.value(1);
-        const auto key = keys.find(name);
-        if (key != keys.end())
-            QTest::keyClick(w, key->second);
-        else if (name.size() == 1 && name[0].unicode() < 0x80)
-            QTest::keyClick(w, name[0].toLatin1());  // a character: "5", ".", "-", "c"
-        else
-            refuse(QStringLiteral("unknown key %1").arg(name));
+        pressKey(w, step.args.value(1));
     } else {
         refuse(QStringLiteral("unknown step"));
     }

@@ -1,5 +1,6 @@
 // The test tickets as compositions: which writes, in which order, which of
 // them are translated or let events run, and where a failure stops them.
+// (Margin, feed and the cutter test on the wire are the expert flows'.)
 #include "print/test_ticket.h"
 
 #include <QTest>
@@ -23,41 +24,6 @@ class TestTicket : public QObject {
                                 : composeTestTicket(standardTicketFields());
         const QString mismatch = goldenMismatch("print", QTest::currentDataTag(), describeJob(job));
         QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
-    }
-
-    void marginAndFeed_data() {
-        QTest::addColumn<QString>("margin");
-        QTest::addColumn<QString>("feed");
-        QTest::addColumn<int>("marginBlanks");
-        QTest::addColumn<int>("feedLines");
-        QTest::newRow("zero") << "0"
-                              << "0" << 0 << 0;
-        QTest::newRow("empty") << ""
-                               << "" << 0 << 0;
-        QTest::newRow("letters") << "abc"
-                                 << "x" << 0 << 0;
-        QTest::newRow("leading number") << " 2x"
-                                        << "3 lines" << 2 << 3;
-        QTest::newRow("halves to even") << "2.5"
-                                        << "2.5" << 2 << 2;
-        QTest::newRow("negative feed") << "1"
-                                       << "-3" << 1 << 0;
-    }
-    void marginAndFeed() {
-        QFETCH(QString, margin);
-        QFETCH(QString, feed);
-        QFETCH(int, marginBlanks);
-        QFETCH(int, feedLines);
-        TicketFields f = standardTicketFields();
-        f.margin = margin;
-        f.feed = feed;
-        f.cutWanted = false;
-        const Job job = composeTestTicket(f);
-        QVERIFY(!job.failed);
-        const QByteArray rule = QByteArray(marginBlanks, ' ') + QByteArray(32, '-') + '\n';
-        QCOMPARE(job.writes[3].bytes, rule);
-        QCOMPARE(job.writes.size(), size_t(10 + feedLines));
-        QCOMPARE(job.writes.back().bytes, feedLines ? QByteArray(" \n") : rule);
     }
 
     // A failure keeps the writes composed before it and nothing after it.
@@ -94,16 +60,6 @@ class TestTicket : public QObject {
         QVERIFY(kitchen.failed);
         QCOMPARE(int(kitchen.writes.size()), kitchenWritesBefore);
         if (fault == "cut") QCOMPARE(job.writes.back().bytes, QByteArray("\x1d"));
-    }
-
-    void noCutWhenUnchecked() {
-        TicketFields f = standardTicketFields();
-        f.cutWanted = false;
-        f.cut[0] = "999";  // never converted
-        const Job job = composeTestTicket(f);
-        QVERIFY(!job.failed);
-        QCOMPARE(job.writes.back().bytes, QByteArray(" \n"));
-        QCOMPARE(job.writes.size(), size_t(15));
     }
 };
 

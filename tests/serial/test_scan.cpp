@@ -7,7 +7,6 @@
 
 #include "serial/param_serie.h"
 #include "support/test_run.h"
-#include "support/widgets.h"
 
 class ScanTest : public QObject {
     Q_OBJECT
@@ -27,7 +26,7 @@ class ScanTest : public QObject {
         Param_serie screen(run.ctx);
         screen.load();
         screen.show();
-        click(screen.findChild<QWidget*>("Label11"));  // port 1, the printer
+        QTest::mouseClick(screen.findChild<QWidget*>("Label11"), Qt::LeftButton);  // port 1
         QVERIFY(!run.platform.received(1).isEmpty());
         qint64 slowest = 0;
         for (int port = 2; port <= 12; ++port) {

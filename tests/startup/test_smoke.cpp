@@ -1,11 +1,15 @@
 // The real program in a fresh directory, offscreen: it makes its files and
-// then waits on its first screen, until it is killed.
+// then waits on its first screen, until it is killed. And its real platform
+// where a part is missing.
 #include <QDateTime>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include "app/app_platform.h"
 
 namespace {
 QByteArray readAll(const QString& path) {
@@ -53,7 +57,21 @@ class SmokeTest : public QObject {
         QVERIFY(switches.startsWith("#INIT#" + date));
         QVERIFY(QTime::fromString(QString::fromLatin1(switches.mid(16, 8)), "HH:mm:ss").isValid());
     }
+
+    // The vendor's page on a machine without any browser: nothing starts and
+    // the call comes back at once (the screen goes on).
+    void noBrowser() {
+        AppPlatform platform;
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", "/nonexistent");
+        QElapsedTimer clock;
+        clock.start();
+        platform.openBrowser(QStringLiteral("iexplore.exe"),
+                             QStringLiteral("https://www.kalvo.fr"));
+        qputenv("PATH", path);
+        QVERIFY(clock.elapsed() < 5000);
+    }
 };
 
-QTEST_GUILESS_MAIN(SmokeTest)
+QTEST_MAIN(SmokeTest)
 #include "test_smoke.moc"

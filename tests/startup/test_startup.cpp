@@ -1,6 +1,7 @@
-// The start-up sequence of menuimp on real files: what a first start writes
-// byte for byte, the station choice, and that damaged files, random bytes, a
-// full disk or a second writer never make it crash, hang or lose a record.
+// The start-up of menuimp on real files where flows cannot reach: random
+// bytes in every file, a full disk, a directory it may not write in, and the
+// sales program writing beside it never make it crash, hang or lose a record.
+// (What a start writes, damaged files and the station are the flows'.)
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
@@ -13,8 +14,6 @@
 #include <cstring>
 
 #include "startup/menuimp.h"
-#include "store/param_table.h"
-#include "store/record_store.h"
 #include "store/records.h"
 #include "support/test_run.h"
 
@@ -45,63 +44,6 @@ std::map<QString, QByteArray> snapshot() {
 class StartupTest : public QObject {
     Q_OBJECT
   private slots:
-    // What a first start writes is the first_start flow's; the next start,
-    // another day, finds every marker and writes nothing.
-    void secondStartWritesNothing() {
-        Startup s;
-        s.run();
-        QCOMPARE(s.ui.screensShown, QStringList{"selimp4 modal"});
-        QCOMPARE(s.ctx.fichier_perif, 20);
-        QCOMPARE(s.ctx.switchs, blanks(88) + "1 " + blanks(910));
-        s.ctx.store.closeAll();
-        const auto before = snapshot();
-        QCOMPARE(before.size(), size_t(4));
-        Context ctx(s.platform, s.ui);
-        menuimp again(ctx);
-        s.platform.clock = QDateTime(QDate(2027, 1, 2), QTime(8, 0));
-        again.load();
-        QCOMPARE(s.ui.screensShown.size(), 2);
-        QVERIFY(snapshot() == before);
-        ctx.store.closeAll();
-    }
-
-    void station_data() {
-        QTest::addColumn<bool>("hasKey");
-        QTest::addColumn<QString>("numPoste");
-        QTest::addColumn<QString>("label");
-        const QString main = QStringLiteral("Poste principal ou Serveur");
-        QTest::newRow("absent") << false << "" << main;
-        QTest::newRow("empty") << true << "" << main;
-        QTest::newRow("zero") << true << "0" << main;
-        QTest::newRow("letters") << true << "abc" << main;
-        QTest::newRow("three") << true << "3"
-                               << "Caisse Réseau : 3";
-        QTest::newRow("decimal comma") << true << "2,5"
-                                       << "Caisse Réseau : 2";
-        QTest::newRow("blanks inside") << true << " 1 2"
-                                       << "Caisse Réseau : 12";
-    }
-    void station() {
-        QFETCH(bool, hasKey);
-        QFETCH(QString, numPoste);
-        QFETCH(QString, label);
-        Startup s;
-        RecordStore params;
-        if (hasKey) ecrit_param(params, "NUM_POSTE", numPoste);
-        // What the sales program holds in records 1 to 16: a network till's
-        // first start must not copy it (file 20 is not open yet).
-        ScratchDir::write("w_cai020.wdo", QByteArray(16 * 20, 'S'));
-        s.run();
-        const bool till = label.startsWith("Caisse");
-        QCOMPARE(s.label14(), label);
-        QCOMPARE(int(s.ctx.fichier_perif), till ? 120 : 20);
-        QCOMPARE(s.ctx.store.fileName(20), QStringLiteral("w_cai020.wdo"));
-        QCOMPARE(s.ctx.store.isOpen(120), till);
-        QCOMPARE(ScratchDir::read("w_perifx.wdo"),
-                 till ? "#INIT#11-16-2026    " + blanks(1999 * 20) : QByteArray());
-        QCOMPARE(s.ui.screensShown, QStringList{"selimp4 modal"});
-    }
-
     // Every file full of random bytes: the start-up may change the records of
     // the table and nothing else (the switch file is the tool's own and is
     // made again when its marker is gone; the parameter table is only read).
@@ -137,44 +79,6 @@ class StartupTest : public QObject {
                     QFAIL(
                         qPrintable(QStringLiteral("%1 record %2 changed").arg(w.fileName).arg(n)));
         }
-    }
-
-    void damagedFiles_data() {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QByteArray>("bytes");
-        const QByteArray head(110, ' ');
-        QTest::newRow("truncated 142") << "WFICH142.WDO" << QByteArray("#INI");
-        QTest::newRow("marker one late") << "WFICH142.WDO" << QByteArray(" #INIT#01-01-2025");
-        QTest::newRow("142 not whole records") << "WFICH142.WDO"
-                                               << "#INIT#" + blanks(4030);
-        QTest::newRow("truncated sales") << "w_cai020.wdo" << QByteArray(13, 'x');
-        QTest::newRow("garbled theme") << "w_cai020.wdo"
-                                       << QByteArray(1998 * 20, 'z') + padded("##zz:yy:-x") +
-                                              QByteArray(42 * 20, '\xff') + padded("##abc");
-        QTest::newRow("short switch") << "switch63.wdo" << QByteArray("#INIT#");
-        QTest::newRow("switch letters") << "switch63.wdo"
-                                        << "#INIT#" + QByteArray(1018, '\xe9');
-        QTest::newRow("negative count") << "WFICP_IA.WDO" << head + QByteArray("\xfb\xff\xff\xff");
-        QTest::newRow("garbled count") << "WFICP_IA.WDO" << head + QByteArray("\xff\xff\xff\x7f");
-        QTest::newRow("count beyond the end")
-            << "WFICP_IA.WDO" << head + QByteArray("\x40\x00\x00\x00", 4);
-        QTest::newRow("garbled station") << "WFICP_IA.WDO"
-                                         << head + QByteArray("\x01\x00\x00\x00", 4) + blanks(30) +
-                                                QByteArray("\xff\xfe 7\x01", 5) + blanks(101) +
-                                                QByteArray(12, '\0') + padded("NUM_POSTE", 26);
-    }
-    void damagedFiles() {
-        QFETCH(QString, file);
-        QFETCH(QByteArray, bytes);
-        Startup s;
-        ScratchDir::write(file, bytes);
-        s.run();
-        QCOMPARE(s.ui.screensShown, QStringList{"selimp4 modal"});
-        QVERIFY(s.label14().startsWith("Poste principal") || s.label14().startsWith("Caisse"));
-        // WFICH142.WDO always ends up with its marker and at least 201 records.
-        const QByteArray main = ScratchDir::read("WFICH142.WDO");
-        QVERIFY(main.startsWith("#INIT#"));
-        QVERIFY(main.size() >= 4020);
     }
 
     // A disk that takes no more bytes (a full disk, a quota), or a directory

@@ -1,5 +1,7 @@
-// The record files: opening, first initialisation, and the record layer's
-// behaviour at the edges (beyond the end, closed numbers, a second writer).
+// The record layer's behaviour at the edges (beyond the end, closed numbers,
+// a second writer) and the files no flow makes yet: a network till's copy of
+// the sales program's records, a port's file. (WFICH142.WDO, its marker and
+// the kitchen's file are the flows'.)
 #include <QTest>
 
 #include "store/failure.h"
@@ -51,45 +53,6 @@ class RecordFilesTest : public QObject {
         }
         for (int n = 1; n <= 50; ++n)
             QCOMPARE(store.get(142, 2 * n), padded("tool " + QByteArray::number(n)));
-    }
-
-    void fich142Initialisation() {
-        ScratchDir dir;
-        RecordStore store;
-        ouvre_fich142(store, today);
-        const QByteArray bytes = ScratchDir::read("WFICH142.WDO");
-        QCOMPARE(bytes.size(), 4020);
-        QCOMPARE(bytes.left(20), QByteArray("#INIT#11-16-2026    "));
-        QCOMPARE(bytes.mid(20), blanks(200));
-        // Initialised once: a record written afterwards survives a reopening.
-        store.put(142, 195, padded("#TIRIND#"));
-        ouvre_fich142(store, today.addDays(1));
-        QCOMPARE(store.get(142, 195), padded("#TIRIND#"));
-        QCOMPARE(store.get(142, 1).left(16), QByteArray("#INIT#11-16-2026"));
-    }
-
-    void markerRules_data() {
-        QTest::addColumn<QByteArray>("record1");
-        QTest::addColumn<bool>("reinitialised");
-        QTest::newRow("marker at position 2") << padded(" #INIT#11-16-2026") << true;
-        QTest::newRow("marker without date") << padded("#INIT#") << false;
-        QTest::newRow("lower case") << padded("#init#") << true;
-        QTest::newRow("garbage") << QByteArray("\xff\x00\x13garbage-garbage!", 20) << true;
-    }
-    void markerRules() {
-        QFETCH(QByteArray, record1);
-        QFETCH(bool, reinitialised);
-        ScratchDir dir;
-        ScratchDir::write("WFICH142.WDO", record1 + QByteArray(20, 'k') + QByteArray(5, 'z'));
-        RecordStore store;
-        ouvre_fich142(store, today);
-        const QByteArray after = ScratchDir::read("WFICH142.WDO");
-        if (reinitialised) {
-            QCOMPARE(after.size(), 4020);
-            QCOMPARE(after.mid(20, 20), blanks(1));
-        } else {
-            QCOMPARE(after, record1 + QByteArray(20, 'k') + QByteArray(5, 'z'));
-        }
     }
 
     void perifxOnNetworkTillStopsAtItsFirstRead() {
@@ -145,18 +108,6 @@ class RecordFilesTest : public QObject {
         } else {
             QCOMPARE(bytes, QByteArray(20, '\0'));
         }
-    }
-
-    void kitchenFile() {
-        ScratchDir dir;
-        RecordStore store;
-        store.open(20, "w_cai020.wdo", 20);
-        ouvre_imprc5(store);
-        QCOMPARE(store.fileName(20), QStringLiteral("w_imprc5.wdo"));
-        const QByteArray bytes = ScratchDir::read("w_imprc5.wdo");
-        QCOMPARE(bytes.size(), 1001 * 20);
-        QCOMPARE(bytes.left(20), padded("#INIT#"));
-        QCOMPARE(ScratchDir::read("w_cai020.wdo").size(), 0);
     }
 
     void fileThatCannotBeOpenedFails() {

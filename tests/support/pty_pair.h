@@ -58,14 +58,6 @@ class PtyPair {
         }
         return std::exchange(bytes_, {});
     }
-    // Waits until at least count bytes have come, or the time is over; takes
-    // nothing away.
-    QByteArray waitFor(qsizetype count, int timeoutMs) {
-        std::unique_lock lock(mutex_);
-        arrived_.wait_for(lock, std::chrono::milliseconds(timeoutMs),
-                          [&] { return bytes_.size() >= count; });
-        return bytes_;
-    }
     // The settings the program gave the slave (the kernel answers through
     // the master).
     termios slaveTermios() const {

@@ -6,7 +6,6 @@
 #include "shell/modal.h"
 
 void TestInteraction::showDialog() {
-    asked << QStringLiteral("%1|%2").arg(ctx->retour_dialogue).arg(ctx->msg_dialogue);
     if (realDialogs) return showPromptDialog(*ctx);
     const Reply r = replies.empty() ? Reply{} : replies.front();
     if (!replies.empty()) replies.pop_front();
@@ -15,13 +14,12 @@ void TestInteraction::showDialog() {
 }
 
 void TestInteraction::bulle(const QString& texte, const QString& mode) {
-    bubbles << mode + QLatin1Char(':') + texte;
     if (realDialogs) ::bulle(*ctx, texte, mode);
 }
 
 bool TestInteraction::showScreen(const QString& name, bool modal) {
     screensShown << name + (modal ? QStringLiteral(" modal") : QString());
-    return screensExist;
+    return true;
 }
 
 void TestInteraction::letEventsRun() {

@@ -1,9 +1,9 @@
 #pragma once
 // The interaction of a test run. The prompt dialog answers from a script and
-// every dialog, message box, bubble and screen asked for is noted; or, for
-// the tests of the dialog and the bubble themselves, the real ones run. The
-// end of the program closes every file and throws ProgramEnded, so a test
-// that calls an ending action directly sees the end and nothing after it.
+// every screen asked for is noted; or, for the dialog and the bubble
+// themselves, the real ones run. The end of the program closes every file and
+// throws ProgramEnded, so a test that calls an ending action directly sees the
+// end and nothing after it.
 #include <QStringList>
 #include <deque>
 
@@ -26,15 +26,11 @@ class TestInteraction : public Interaction {
   public:
     Context* ctx = nullptr;
     bool realDialogs = false;   // the real form97 and info bubble run
-    bool screensExist = true;   // what showScreen answers
     std::deque<Reply> replies;  // unscripted, the user presses Escape (2, "")
-    QStringList asked;          // "kind|message" of every dialog, in order
-    QStringList messageBoxes;
-    QStringList bubbles;       // "mode:texte"
-    QStringList screensShown;  // "name" or "name modal"
+    QStringList screensShown;   // "name" or "name modal"
 
     void showDialog() override;
-    void messageBox(const QString& text) override { messageBoxes << text; }
+    void messageBox(const QString&) override {}
     void bulle(const QString& texte, const QString& mode) override;
     bool showScreen(const QString& name, bool modal) override;
     void letEventsRun() override;

@@ -21,8 +21,3 @@ TestPlatform::TestPlatform(const std::set<int>& ptyPorts) {
 std::unique_ptr<MSComm> TestPlatform::newPort() {
     return std::make_unique<QtMSComm>();
 }
-
-bool TestPlatform::openBrowser(const QString& browserPath, const QString& page) {
-    browserCalls << browserPath + QLatin1Char(' ') + page;
-    return browserStarts;
-}

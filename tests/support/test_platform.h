@@ -3,7 +3,7 @@
 // chosen by the test lead to captured pseudo-terminals through a private Wine
 // dosdevices folder (every other number leads to a folder, which no port can
 // open, so no port of this machine is touched), USB families that note every
-// write, and a browser that is only noted.
+// write, and no browser.
 #include <QDateTime>
 #include <QStringList>
 #include <map>
@@ -38,7 +38,7 @@ class TestPlatform : public Platform {
     std::unique_ptr<MSComm> newPort() override;
     UsbLibraries& usb() override { return usbFamilies; }
     QDateTime now() const override { return clock; }
-    bool openBrowser(const QString& browserPath, const QString& page) override;
+    bool openBrowser(const QString&, const QString&) override { return false; }
     // A test's pauses take no time.
     void pause(std::chrono::milliseconds) override {}
 
@@ -48,8 +48,6 @@ class TestPlatform : public Platform {
 
     QDateTime clock{QDate(2026, 11, 16), QTime(10, 20, 30)};
     NotingUsb usbFamilies;
-    QStringList browserCalls;  // "path page"
-    bool browserStarts = false;
     std::map<int, std::unique_ptr<PtyPair>> ptys;
 
   private:

@@ -1,8 +1,8 @@
 #pragma once
 // A run of the tool inside a test: a scratch data directory made current,
-// the test platform and interaction, and the context, with the station's
-// files open as the start-up leaves them (or none, for the start-up itself).
-#include <initializer_list>
+// the test platform and interaction, and the context, with the sales
+// program's file open as file 20 as the start-up leaves it (or no file, for
+// the start-up itself).
 #include <set>
 
 #include "support/scratch_dir.h"
@@ -11,13 +11,12 @@
 
 class TestRun {
   public:
-    enum Opened { NoFile, MainStation, NetworkTill };
-    explicit TestRun(const std::set<int>& ptyPorts = {}, Opened opened = MainStation);
+    enum Opened { NoFile, SalesFile };
+    // The ports named lead to captured pseudo-terminals.
+    explicit TestRun(const std::set<int>& ptyPorts = {}, Opened opened = SalesFile);
     ~TestRun() { ctx.store.closeAll(); }
     TestRun(const TestRun&) = delete;
     TestRun& operator=(const TestRun&) = delete;
-
-    void answer(std::initializer_list<Reply> r) { ui.replies.insert(ui.replies.end(), r); }
 
     ScratchDir dir;
     TestPlatform platform;
