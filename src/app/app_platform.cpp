@@ -1,9 +1,11 @@
 #include "app/app_platform.h"
 
+#include "app/app_printers.h"
 #include "print/qt_mscomm.h"
 #include "print/qt_usb_libraries.h"
 
-AppPlatform::AppPlatform() : usb_(std::make_unique<QtUsbLibraries>()) {}
+AppPlatform::AppPlatform()
+    : usb_(std::make_unique<QtUsbLibraries>()), printers_(std::make_unique<AppPrinters>()) {}
 
 AppPlatform::~AppPlatform() = default;
 
@@ -17,4 +19,8 @@ UsbLibraries& AppPlatform::usb() {
 
 QDateTime AppPlatform::now() const {
     return QDateTime::currentDateTime();
+}
+
+SystemPrinters& AppPlatform::printers() {
+    return *printers_;
 }

@@ -1,7 +1,10 @@
 #include "app/screens.h"
 
 #include "expert/form1.h"
+#include "guided/form2.h"
+#include "guided/selimp4.h"
 #include "kitchen/nox_sei2.h"
+#include "labels/etiqqq.h"
 #include "shell/screen_registry.h"
 #include "startup/menuimp.h"
 
@@ -19,6 +22,13 @@ void registerScreens(ScreenRegistry& registry) {
     // Expert ticket printer and kitchen printer screens.
     add<Form1>(registry, "Form1");
     add<nox_sei2>(registry, "nox_sei2");
+
+    // The standard installation and the ticket on a system printer.
+    add<selimp4>(registry, "selimp4");
+    add<Form2>(registry, "Form2");
+
+    // The label printer.
+    add<etiqqq>(registry, "etiqqq");
 
     // A screen that is not listed here does not exist in this build:
     // showScreen answers false for it.

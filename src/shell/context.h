@@ -15,6 +15,8 @@
 
 struct Icc;
 struct Icr;
+class PrinterObject;
+class SystemPrinters;
 
 // What the tool reaches outside itself.
 class Platform {
@@ -25,6 +27,8 @@ class Platform {
     virtual QDateTime now() const = 0;
     // Starts the browser with the page; false when it cannot be started.
     virtual bool openBrowser(const QString& browserPath, const QString& page) = 0;
+    // The system's printers.
+    virtual SystemPrinters& printers() = 0;
 };
 
 // How the tool speaks with its user and runs its screens.
@@ -75,6 +79,16 @@ class Context {
     QByteArray switchs = QByteArray(1000, ' ');
     std::array<double, 7> couleur_theme{};  // 1 to 6 are used
 
+    // The system's printers as the printer choice keeps them (choix_printer):
+    // up to 21 device names in the system's order (an empty one is no
+    // entry) and the count of the last enumeration.
+    std::array<QString, 21> tab_imprimantes;
+    qint16 nb_imprimantes = 0;
+    // The current printer: the default printer until another one is made
+    // current (choix_imprimante).
+    PrinterObject& Printer();
+    void setPrinter(std::unique_ptr<PrinterObject> printer);
+
     // The hidden banks, made the first time they are touched.
     Icc& icc();
     Icr& icr();
@@ -95,4 +109,5 @@ class Context {
   private:
     std::unique_ptr<Icc> icc_;
     std::unique_ptr<Icr> icr_;
+    std::unique_ptr<PrinterObject> printer_;
 };

@@ -60,8 +60,12 @@ void Screen::prepareBar(int count, QPoint firstSlot, int step) {
 }
 
 void Screen::clickSlot(int index) {
+    runGuarded([&] { bt_prog_Click(index); });
+}
+
+void Screen::runGuarded(const std::function<void()>& action) {
     try {
-        bt_prog_Click(index);
+        action();
     } catch (const std::exception& e) {
         ctx.ui.fatal(QString::fromLocal8Bit(e.what()));
     }

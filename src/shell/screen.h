@@ -5,6 +5,7 @@
 #include <QSize>
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <map>
 
 class Context;
@@ -55,6 +56,8 @@ class Screen : public QWidget {
     // that keeps a failure from unwinding through Qt's event machinery (an
     // untrapped failure is the run-time error of the suite: ctx.ui.fatal).
     void clickSlot(int index);
+    // Runs an event's action inside that same guard.
+    void runGuarded(const std::function<void()>& action);
 
     // Makes a child control with its name.
     template <class W>

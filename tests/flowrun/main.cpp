@@ -12,6 +12,7 @@
 #include "file_diff.h"
 #include "flow_interaction.h"
 #include "scenario.h"
+#include "shell/fonts.h"
 #include "shell/screen_registry.h"
 #include "step_runner.h"
 #include "store/param_table.h"
@@ -36,14 +37,18 @@ void seed(const Scenario& s) {
     for (const auto& [key, value] : s.params) ecrit_param(store, key, value);
 }
 
-// The test platform, with the scenario's ports and USB families, whose
-// browser starts and is written to the report.
+// The test platform, with the scenario's ports, USB families and printers,
+// whose browser starts and whose printed documents are written to the report.
 class FlowPlatform : public TestPlatform {
   public:
     FlowPlatform(const Scenario& s, FlowLog& log) : TestPlatform(ptyPorts(s)), log_(log) {
         clock = s.clock;
         usbFamilies.t1.reachable = s.usb.count(0) && s.usb.at(0);
         usbFamilies.t3.reachable = s.usb.count(1) && s.usb.at(1);
+        for (const auto& [name, isDefault] : s.printers) systemPrinters.add(name, isDefault);
+        systemPrinters.received = [this](const RecordingPrinters::Document& document) {
+            log_.add(RecordingPrinters::describe(document));
+        };
     }
     bool openBrowser(const QString& browserPath, const QString& page) override {
         log_.add(QStringLiteral("browser %1 %2").arg(quoted(browserPath), quoted(page)));
@@ -105,6 +110,7 @@ int main(int argc, char** argv) {
     int qtArgc = 1;
     QApplication app(qtArgc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    installFonts();
 
     QTemporaryDir dataDir;
     QDir::setCurrent(dataDir.path());

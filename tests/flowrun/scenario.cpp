@@ -101,8 +101,9 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
     if (tokens.size() < count) fail(line, QStringLiteral("missing words"));
 }
 
-const QStringList stepVerbs = {"start", "open",  "fill", "click", "dblclick", "choose", "tick",
-                               "select", "timer", "key", "read", "wait", "set"};
+const QStringList stepVerbs = {"start", "open",    "fill",  "click", "dblclick", "choose",
+                               "tick",  "select",  "timer", "key",   "read",     "wait",
+                               "set",   "entries", "fire",  "unplug"};
 
 }  // namespace
 
@@ -150,6 +151,11 @@ Scenario parseScenario(const QByteArray& text) {
         } else if (verb == "absent") {
             need(t, 2, line);
             s.absent << QString::fromUtf8(t[1].text);
+        } else if (verb == "printer") {
+            need(t, 2, line);
+            if (t.size() > 2 && t[2].text != "default")
+                fail(line, QStringLiteral("a printer is \"NAME\" or \"NAME\" default"));
+            s.printers.emplace_back(QString::fromUtf8(t[1].text), t.size() > 2);
         } else if (verb == "dialog") {
             need(t, 3, line);
             s.dialogs.push_back({numberOf(t[2], line),

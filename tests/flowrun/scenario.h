@@ -24,8 +24,8 @@ struct SeedFile {
 
 struct Step {
     int line = 0;
-    QString
-        verb;  // start, open, fill, click, dblclick, choose, tick, select, timer, key, read, wait
+    QString verb;  // start, open, fill, click, dblclick, choose, tick, select, timer, key, read,
+                   // wait, set, entries, fire, unplug
     QStringList args;  // the words after the verb, unquoted
 };
 
@@ -38,6 +38,8 @@ struct Scenario {
     std::map<int, bool> usb;       // family (0 T1, 1 T3) -> reachable
     QStringList absent;            // screens taken out of this run's build
     std::deque<Reply> dialogs;     // expected: msg_dialogue as the caller sets it
+    // The system's printers in their order; true for the default one.
+    std::vector<std::pair<QString, bool>> printers;
     std::vector<Step> steps;
 };
 

@@ -16,6 +16,7 @@
 #include "shared_variables.h"
 #include "shell/screen.h"
 #include "store/failure.h"
+#include "support/recording_printers.h"
 
 namespace {
 
@@ -41,6 +42,17 @@ QString valueOf(QObject* w) {
     if (auto* l = qobject_cast<QListWidget*>(w))
         return l->currentItem() ? l->currentItem()->text() : QString();
     return QString();
+}
+
+QStringList entriesOf(QWidget* w) {
+    QStringList entries;
+    if (auto* combo = qobject_cast<QComboBox*>(w))
+        for (int k = 0; k < combo->count(); ++k) entries << combo->itemText(k);
+    else if (auto* list = qobject_cast<QListWidget*>(w))
+        for (int k = 0; k < list->count(); ++k) entries << list->item(k)->text();
+    else
+        refuse(QStringLiteral("not a list"));
+    return entries;
 }
 
 void choose(QWidget* w, const QString& entry) {
@@ -137,6 +149,12 @@ void StepRunner::execute(const Step& step) {
             return;
         }
     }
+    if (step.verb == QLatin1String("unplug")) {
+        auto* printers = dynamic_cast<RecordingPrinters*>(&ui_.ctx->platform.printers());
+        if (!printers || step.args.isEmpty()) refuse(QStringLiteral("unplug needs a printer"));
+        printers->unplug(step.args[0]);
+        return;
+    }
     if (step.verb == QLatin1String("open")) {
         if (step.args.isEmpty()) refuse(QStringLiteral("open needs a screen"));
         ui_.showScreen(step.args[0], step.args.value(1) == QLatin1String("modal"));
@@ -170,6 +188,22 @@ void StepRunner::act(const Step& step, Screen& screen) {
     QWidget* w = control(step, screen, 1);
     if (verb == QLatin1String("read")) {
         log_.add(QStringLiteral("read %1 %2").arg(step.args[0], quoted(valueOf(w))));
+        return;
+    }
+    if (verb == QLatin1String("entries")) {
+        QStringList entries;
+        for (const QString& entry : entriesOf(w)) entries << quoted(entry);
+        log_.add(QStringLiteral("entries %1 %2: %3")
+                     .arg(step.args[0])
+                     .arg(entries.size())
+                     .arg(entries.join(QLatin1Char(' '))));
+        return;
+    }
+    // What the screen's own code does with a control, hidden or not.
+    if (verb == QLatin1String("fire")) {
+        auto* button = qobject_cast<QAbstractButton*>(w);
+        if (!button) refuse(QStringLiteral("not a button"));
+        button->click();
         return;
     }
     if (!w->isVisible() || !w->isEnabled())
