@@ -193,10 +193,8 @@ void StepRunner::act(const Step& step, Screen& screen) {
     if (verb == QLatin1String("entries")) {
         QStringList entries;
         for (const QString& entry : entriesOf(w)) entries << quoted(entry);
-        log_.add(QStringLiteral("entries %1 %2: %3")
-                     .arg(step.args[0])
-                     .arg(entries.size())
-                     .arg(entries.join(QLatin1Char(' '))));
+        log_.add(QStringLiteral("entries %1 %2").arg(step.args[0]).arg(entries.size()) +
+                 (entries.isEmpty() ? QString() : QStringLiteral(": ") + entries.join(' ')));
         return;
     }
     // What the screen's own code does with a control, hidden or not.
