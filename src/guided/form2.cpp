@@ -22,7 +22,7 @@
 namespace {
 const QColor background(0xe6, 0xec, 0xf3);
 constexpr int formWidth = 960;
-constexpr int formHeight = 680;
+constexpr int formHeight = 650;
 constexpr int left = 24;
 constexpr int right = 490;
 
@@ -38,6 +38,9 @@ QComboBox* numberCombo(Screen& form, const char* name, int first, int last, cons
     combo->setEditable(true);
     for (int n = first; n <= last; ++n) combo->addItem(QString::number(n));
     combo->setGeometry(where);
+    QFont font = combo->font();
+    font.setPointSize(11);
+    combo->setFont(font);
     return combo;
 }
 
@@ -87,56 +90,59 @@ void Form2::buildControls() {
                        "ticket et le nombre de ligne pour sortir le ticket de l'imprimante."),
         QRect(left, 74, 912, 44), {.pointSize = 10});
 
-    addCard(*this, QRect(left - 8, 126, 456, 442));
+    addCard(*this, QRect(left - 8, 126, 456, 404));
     buildRollZones();
     addText(*this, QStringLiteral("Label4"), QStringLiteral("Taille des caractères"),
-            QRect(left + 8, 288, 200, 20), {.pointSize = 10, .bold = true});
-    Combo1 = numberCombo(*this, "Combo1", 4, 14, QRect(left + 8, 310, 90, 28));
+            QRect(left + 8, 284, 200, 20), {.pointSize = 10, .bold = true});
+    Combo1 = numberCombo(*this, "Combo1", 4, 14, QRect(left + 8, 306, 96, 30));
     Check1 = make<QCheckBox>(QStringLiteral("Check1"));
     Check1->setText(QStringLiteral("Ecriture en Gras"));
-    Check1->setGeometry(left + 120, 310, 200, 28);
+    Check1->setGeometry(left + 124, 307, 200, 28);
     addText(*this, QStringLiteral("Label5"),
             QStringLiteral("Nombre de caracteres a ajouter avant chaque ligne pour cadrer "
                            "l'écriture dans le ticket. (Si zero l'ecriture sera collé sur la "
                            "gauche du ticket)"),
-            QRect(left + 8, 352, 420, 52), {.pointSize = 10});
-    Combo2 = numberCombo(*this, "Combo2", 0, 15, QRect(left + 8, 408, 90, 28));
+            QRect(left + 8, 348, 420, 40), {.pointSize = 10});
+    Combo2 = numberCombo(*this, "Combo2", 0, 15, QRect(left + 8, 392, 96, 30));
     addText(*this, QStringLiteral("Label6"),
             QStringLiteral("Nombre de lignes à envoyer à la fin du ticket pour pouvoir le "
                            "déchirer ou le découper "),
-            QRect(left + 8, 450, 420, 40), {.pointSize = 10});
-    Combo3 = numberCombo(*this, "Combo3", 0, 15, QRect(left + 8, 494, 90, 28));
+            QRect(left + 8, 434, 420, 40), {.pointSize = 10});
+    Combo3 = numberCombo(*this, "Combo3", 0, 15, QRect(left + 8, 478, 96, 30));
     Check2 = make<QCheckBox>(QStringLiteral("Check2"));
     Check2->setText(QStringLiteral("Sauts de lignes forcés"));
-    Check2->setGeometry(left + 120, 494, 240, 28);
+    Check2->setGeometry(left + 124, 479, 240, 28);
 
     // The sample on a strip of paper, between its two rulers.
-    addCard(*this, QRect(right, 126, 446, 112));
+    addCard(*this, QRect(right, 126, 446, 170));
     QFont courier(QStringLiteral("Courier New"));
-    courier.setPointSize(12);
+    courier.setPointSize(13);
     const std::pair<int, QString> lines[] = {
         {0, ruler}, {2, QStringLiteral("Ligne de vente      +   118.40 A   ")}, {1, ruler}};
-    int y = 144;
+    int y = 164;
     for (const auto& [index, text] : lines) {
         QLabel* line = addText(*this, arrayName(QStringLiteral("Label3"), index), text,
-                               QRect(right + 24, y, 400, 24));
+                               QRect(right + 24, y, 410, 26));
         line->setFont(courier);
         line->setWordWrap(false);
-        y += 26;
+        y += 28;
     }
     addText(*this, QStringLiteral("Label7"),
             QStringLiteral("Faites un test d'impression, vous devez obtenir sur votre ticket la "
                            "ligne intégrale 'Ligne de vente  +  18.40 A', si il vous manque des "
                            "caractères, réduisez la taille de caractères ou les caractères de "
                            "décalage"),
-            QRect(right, 252, 446, 84), {.pointSize = 10, .italic = true});
+            QRect(right, 310, 446, 60), {.pointSize = 10, .italic = true});
     addText(*this, QStringLiteral("Label8"),
             QStringLiteral("Si vous utilisez une autre imprimante que celle par défaut, choisissez "
                            "la ci-dessous. Vous devrez aller ensuite dans outils,  Sélection et "
                            "activer la redirection d'imprimante."),
-            QRect(right, 350, 446, 64), {.pointSize = 10});
+            QRect(right, 396, 446, 60), {.pointSize = 10});
     combo4 = make<QComboBox>(QStringLiteral("combo4"));
-    combo4->setGeometry(right, 420, 446, 30);
+    combo4->setGeometry(right, 478, 446, 30);
+    QFont listFont = combo4->font();
+    listFont.setPointSize(11);
+    combo4->setFont(listFont);
     // Another printer for the test only; no record changes. A line past the
     // table's 21 entries leaves the printer as it was.
     connect(combo4, &QComboBox::activated, this,

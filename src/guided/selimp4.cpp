@@ -88,8 +88,8 @@ void selimp4::load() {
     auto* image = findChild<QLabel*>(QStringLiteral("Image1"));
     QPixmap picture(QStringLiteral("kl_img_083.gif"));
     // Without the suite's picture the bank's ticket stands in its place.
-    image->setPixmap(picture.isNull() ? ctx.icc().ticket2
-                                      : picture.scaled(image->size(), Qt::KeepAspectRatio));
+    if (picture.isNull()) picture = ctx.icc().ticket2;
+    image->setPixmap(picture.scaled(image->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
     cree_bouton(*this, QStringLiteral("000:128:Suite"));
     cree_bouton(*this, QStringLiteral("001:000:Edition"));
     liste_imprimantes(ctx);

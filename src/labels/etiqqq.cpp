@@ -60,10 +60,13 @@ void etiqqq::buildControls() {
     addText(*this, QStringLiteral("Label5"), QStringLiteral("Trés Important !"),
             QRect(margin + 16, 254, 300, 24),
             {.pointSize = 12, .bold = true, .colour = QColor(0xc6, 0x28, 0x28)});
-    addText(*this, QStringLiteral("Label4"),
-            QStringLiteral("Il est indispensable de bien définir dans le panneau de configuration "
-                           "de votre étiquetteuse, le format des &étiquettes que vous utilisez"),
-            QRect(margin + 16, 280, formWidth - 2 * margin - 32, 52));
+    // The "&" marks the access key of the list, as on the suite's labels.
+    QLabel* warning = addText(
+        *this, QStringLiteral("Label4"),
+        QStringLiteral("Il est indispensable de bien définir dans le panneau de configuration "
+                       "de votre étiquetteuse, le format des &étiquettes que vous utilisez"),
+        QRect(margin + 16, 280, formWidth - 2 * margin - 32, 52));
+    warning->setBuddy(CbPrinters);
 
     bt_on = make<ClickLabel>(QStringLiteral("bt_on"));
     bt_on->setGeometry(margin, 366, 44, 44);

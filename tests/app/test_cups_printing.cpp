@@ -323,8 +323,8 @@ class CupsPrinting : public QObject {
         compare(mirror.printers.documents.front(), readPdf(pdfs.front()));
         const QString shots = qEnvironmentVariable("KALVO_SCREENSHOTS");
         if (!shots.isEmpty())
-            run(QStringLiteral("pdftoppm"), {"-png", "-r", "110", "-singlefile", "-W", "560", "-H",
-                                             "330", pdfs.front(), shots + "/edition_selimp4"});
+            run(QStringLiteral("pdftoppm"), {"-png", "-r", "110", "-singlefile", "-W", "380", "-H",
+                                             "220", pdfs.front(), shots + "/edition_selimp4"});
     }
 
     void form2AndLabelTestsOnPaper() {
