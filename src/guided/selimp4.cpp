@@ -2,6 +2,7 @@
 
 #include <QListWidget>
 #include <QPixmap>
+#include <QStyledItemDelegate>
 
 #include "shell/button_bar.h"
 #include "shell/choix_printer.h"
@@ -24,6 +25,16 @@ namespace {
 const QColor background(0xe6, 0xec, 0xf3);
 constexpr int margin = 48;
 constexpr double centreX = 1850;  // twips: the middle of an 80 mm roll
+
+// Lines tall enough for a finger on a touch till; no style sheet, which
+// would cost the first screen of every start its time.
+class RoomyLines : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 14);
+    }
+};
 }  // namespace
 
 selimp4::selimp4(Context& ctx) : Screen(ctx, QStringLiteral("selimp4")) {
