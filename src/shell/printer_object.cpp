@@ -22,9 +22,15 @@ void PrinterObject::setFontSize(double points) {
 }
 
 // The document's surface, opened at the first need: a printer that has left
-// the system fails here, at the first measure or mark of a document.
+// the system fails here, at the first measure or mark of a document, and
+// every later one of that document fails at once without asking again.
 PrinterSurface& PrinterObject::surface() {
-    if (!surface_) surface_ = system_.open(deviceName_);
+    if (refused_) throw Failure(QStringLiteral("Erreur d'imprimante"));
+    if (!surface_) {
+        refused_ = true;
+        surface_ = system_.open(deviceName_);
+        refused_ = false;
+    }
     return *surface_;
 }
 
@@ -64,6 +70,7 @@ void PrinterObject::Line(double x1, double y1, double x2, double y2, double colo
 void PrinterObject::EndDoc() {
     CurrentX = 0;
     CurrentY = 0;
+    refused_ = false;
     if (!surface_) return;
     // The document is over whatever the system answers.
     const std::unique_ptr<PrinterSurface> done = std::move(surface_);

@@ -58,4 +58,5 @@ class PrinterObject {
     QString deviceName_;
     QFont font_;
     std::unique_ptr<PrinterSurface> surface_;
+    bool refused_ = false;  // the system refused this document
 };

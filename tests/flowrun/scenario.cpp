@@ -104,7 +104,7 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
 
 const QStringList stepVerbs = {"start", "open",    "fill",  "click", "dblclick", "choose",
                                "tick",  "select",  "timer", "key",   "read",     "wait",
-                               "set",   "entries", "fire",  "unplug"};
+                               "set",   "entries", "fire",  "unplug",   "shot"};
 
 // ticketline N "text" "font" SIZE [bold] [italic] [underline]: a line of
 // W_FE1032.WDO as the sales program writes it.

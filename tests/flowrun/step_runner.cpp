@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -195,6 +196,12 @@ void StepRunner::act(const Step& step, Screen& screen) {
         for (const QString& entry : entriesOf(w)) entries << quoted(entry);
         log_.add(QStringLiteral("entries %1 %2").arg(step.args[0]).arg(entries.size()) +
                  (entries.isEmpty() ? QString() : QStringLiteral(": ") + entries.join(' ')));
+        return;
+    }
+    if (verb == QLatin1String("shot")) {
+        const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS");
+        if (!folder.isEmpty() && !w->grab().save(QDir(folder).filePath(step.args.value(1))))
+            refuse(QStringLiteral("cannot write %1").arg(step.args.value(1)));
         return;
     }
     // What the screen's own code does with a control, hidden or not.

@@ -41,7 +41,7 @@ class TestPlatform : public Platform {
     UsbLibraries& usb() override { return usbFamilies; }
     QDateTime now() const override { return clock; }
     bool openBrowser(const QString& browserPath, const QString& page) override;
-    SystemPrinters& printers() override { return systemPrinters; }
+    SystemPrinters& printers() override { return *printerSystem; }
 
     // What the far end of port n received so far, taken away.
     QByteArray received(int port) { return ptys.at(port)->received(); }
@@ -50,7 +50,8 @@ class TestPlatform : public Platform {
     QDateTime clock{QDate(2026, 11, 16), QTime(10, 20, 30)};
     NotingUsb usbFamilies;
     RecordingPrinters systemPrinters;
-    QStringList browserCalls;  // "path page"
+    SystemPrinters* printerSystem = &systemPrinters;  // or the real ones
+    QStringList browserCalls;                         // "path page"
     bool browserStarts = false;
     std::map<int, std::unique_ptr<PtyPair>> ptys;
 
