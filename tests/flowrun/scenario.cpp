@@ -102,9 +102,9 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
     if (tokens.size() < count) fail(line, QStringLiteral("missing words"));
 }
 
-const QStringList stepVerbs = {"start", "open",    "fill",  "click", "dblclick", "choose",
-                               "tick",  "select",  "timer", "key",   "read",     "wait",
-                               "set",   "entries", "fire",  "unplug",   "shot"};
+const QStringList stepVerbs = {"start", "open",    "fill",  "click",  "dblclick", "choose",
+                               "tick",  "select",  "timer", "key",    "read",     "wait",
+                               "set",   "entries", "fire",  "unplug", "shot"};
 
 // ticketline N "text" "font" SIZE [bold] [italic] [underline]: a line of
 // W_FE1032.WDO as the sales program writes it.
