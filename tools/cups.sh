@@ -7,8 +7,18 @@ scheduler_running() {
     lpstat -r 2>/dev/null | grep -q 'is running'
 }
 
+# The PDF goes through pdftocairo on its way to cups-pdf, so that its text can
+# be read back (pdftotext); the default renderer loses the characters' codes.
+# Each file is named after its job ("job_12-..."), so none overwrites another.
+pdf_text_kept() {
+    lpadmin -p PDF -o pdftops-renderer-default=pdftocairo -o Label-default=1 2>/dev/null || true
+}
+
 ensure_pdf_printer() {
-    if lpstat -p PDF >/dev/null 2>&1; then return 0; fi
+    if lpstat -p PDF >/dev/null 2>&1; then
+        [ "$(id -u)" -eq 0 ] && pdf_text_kept
+        return 0
+    fi
     if [ "$(id -u)" -ne 0 ]; then
         echo "note: no CUPS printer \"PDF\"; the tests that print for real need it" >&2
         return 0
@@ -26,6 +36,7 @@ ensure_pdf_printer() {
     else
         lpadmin -p PDF -E -v cups-pdf:/ 2>/dev/null || true
     fi
+    pdf_text_kept
     lpstat -p PDF >/dev/null 2>&1 ||
         echo "note: the CUPS printer \"PDF\" could not be added; the tests that print for real will say so" >&2
 }

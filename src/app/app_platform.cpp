@@ -2,10 +2,12 @@
 
 #include <thread>
 
+#include "app/app_printers.h"
 #include "print/qt_mscomm.h"
 #include "print/qt_usb_libraries.h"
 
-AppPlatform::AppPlatform() : usb_(std::make_unique<QtUsbLibraries>()) {}
+AppPlatform::AppPlatform()
+    : usb_(std::make_unique<QtUsbLibraries>()), printers_(std::make_unique<AppPrinters>()) {}
 
 AppPlatform::~AppPlatform() = default;
 
@@ -23,4 +25,8 @@ QDateTime AppPlatform::now() const {
 
 void AppPlatform::pause(std::chrono::milliseconds length) {
     std::this_thread::sleep_until(std::chrono::steady_clock::now() + length);
+}
+
+SystemPrinters& AppPlatform::printers() {
+    return *printers_;
 }

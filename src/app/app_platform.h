@@ -1,6 +1,7 @@
 #pragma once
 // The real platform: serial ports through Qt, the USB families loaded by
-// name, the system clock, and the browser started beside the tool.
+// name, the system clock, the browser started beside the tool, and the
+// system's printers.
 #include <memory>
 
 #include "shell/context.h"
@@ -14,7 +15,9 @@ class AppPlatform : public Platform {
     QDateTime now() const override;
     bool openBrowser(const QString& browserPath, const QString& page) override;
     void pause(std::chrono::milliseconds length) override;
+    SystemPrinters& printers() override;
 
   private:
     std::unique_ptr<UsbLibraries> usb_;
+    std::unique_ptr<SystemPrinters> printers_;
 };

@@ -2,8 +2,11 @@
 
 #include "drawer/tirrro.h"
 #include "expert/form1.h"
+#include "guided/form2.h"
+#include "guided/selimp4.h"
 #include "kitchen/nox_sei2.h"
 #include "labels/bienvenu015.h"
+#include "labels/etiqqq.h"
 #include "scale/saisipoids.h"
 #include "serial/param_serie.h"
 #include "serial/param_seriel.h"
@@ -24,6 +27,13 @@ void registerScreens(ScreenRegistry& registry) {
     // Expert ticket printer and kitchen printer screens.
     add<Form1>(registry, "Form1");
     add<nox_sei2>(registry, "nox_sei2");
+
+    // The standard installation and the ticket on a system printer.
+    add<selimp4>(registry, "selimp4");
+    add<Form2>(registry, "Form2");
+
+    // The label printer.
+    add<etiqqq>(registry, "etiqqq");
 
     // Invoice format.
     add<bienvenu015>(registry, "bienvenu015");

@@ -19,16 +19,6 @@
 #include "store/fixed_string.h"
 #include "store/numeric.h"
 
-QByteArray portField(qint16 port) {
-    return FixedString(2, QByteArray::number(port)).bytes();
-}
-
-QByteArray routeRecord(const char* head, qint16 port) {
-    FixedString r(files::recordLength, head);
-    r.replace(4, portField(port));
-    return r.bytes();
-}
-
 PrinterForm::PrinterForm(Context& ctx, PrinterFormVariant variant)
     : Screen(ctx, variant.name), variant_(std::move(variant)) {
     setWindowTitle(variant_.caption);

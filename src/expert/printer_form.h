@@ -118,9 +118,3 @@ class PrinterForm : public Screen {
 
     PrinterFormVariant variant_;
 };
-
-// "00" or "01" and port_serie formatted "0" in characters 4 and 5: record 70
-// as the closing questions set it anew.
-QByteArray routeRecord(const char* head, qint16 port);
-// Characters 4 and 5 of record 70: the port formatted "0", padded with blanks.
-QByteArray portField(qint16 port);

@@ -128,4 +128,43 @@ QPixmap ticket() {
         for (int y = 14; y < 72; y += 9) p.drawLine(12, y, y % 2 ? 40 : 48, y);
     });
 }
+
+QPixmap validate() {
+    return draw({72, 72}, [](QPainter& p) {
+        QRadialGradient fill(QPointF(28, 24), 44);
+        fill.setColorAt(0, QColor(0x66, 0xBB, 0x6A));
+        fill.setColorAt(1, QColor(0x2E, 0x7D, 0x32));
+        p.setBrush(fill);
+        p.setPen(QPen(QColor(0x1B, 0x5E, 0x20), 2));
+        p.drawEllipse(QRectF(3, 3, 66, 66));
+        p.setPen(QPen(Qt::white, 7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF tick[] = {{20, 37}, {31, 48}, {52, 25}};
+        p.drawPolyline(tick, 3);
+    });
+}
+
+QPixmap labelPrinter() {
+    return draw({120, 110}, [](QPainter& p) {
+        // The labels coming out in front, on their backing strip.
+        p.setPen(QPen(QColor(0x90, 0xA4, 0xAE), 1));
+        p.setBrush(QColor(0xEC, 0xEF, 0xF1));
+        p.drawRect(QRectF(34, 62, 52, 44));
+        p.setBrush(Qt::white);
+        for (double y : {66.0, 86.0}) p.drawRoundedRect(QRectF(38, y, 44, 16), 3, 3);
+        p.setPen(QPen(QColor(0x60, 0x7D, 0x8B), 1.5));
+        for (double y : {71.0, 91.0}) p.drawLine(QPointF(44, y), QPointF(70, y));
+        // The printer's body and its slot.
+        QLinearGradient body(QPointF(0, 8), QPointF(0, 64));
+        body.setColorAt(0, QColor(0x78, 0x90, 0x9C));
+        body.setColorAt(1, QColor(0x45, 0x5A, 0x64));
+        p.setBrush(body);
+        p.setPen(QPen(QColor(0x37, 0x47, 0x4F), 1.5));
+        p.drawRoundedRect(QRectF(10, 8, 100, 56), 10, 10);
+        p.setBrush(QColor(0x26, 0x32, 0x38));
+        p.drawRoundedRect(QRectF(30, 54, 60, 6), 2, 2);
+        p.setBrush(QColor(0x66, 0xBB, 0x6A));
+        p.setPen(Qt::NoPen);
+        p.drawEllipse(QRectF(92, 16, 8, 8));
+    });
+}
 }  // namespace pictures

@@ -23,4 +23,8 @@ QPixmap framePiece(int index);
 QPixmap dialogIcon();
 QPixmap tickBox(int value);  // 0 empty, 1 ticked, 2 greyed
 QPixmap ticket();
+// The label printer screen's pictures: its validate button, and a label
+// printer with its roll of labels.
+QPixmap validate();
+QPixmap labelPrinter();
 }  // namespace pictures

@@ -16,6 +16,8 @@
 
 struct Icc;
 struct Icr;
+class PrinterObject;
+class SystemPrinters;
 
 // What the tool reaches outside itself.
 class Platform {
@@ -29,6 +31,8 @@ class Platform {
     // Waits that long, asleep on a monotonic clock: no event runs meanwhile,
     // and the wait ends whatever the time of day does (midnight included).
     virtual void pause(std::chrono::milliseconds length) = 0;
+    // The system's printers.
+    virtual SystemPrinters& printers() = 0;
 };
 
 // How the tool speaks with its user and runs its screens.
@@ -79,6 +83,16 @@ class Context {
     QByteArray switchs = QByteArray(1000, ' ');
     std::array<double, 7> couleur_theme{};  // 1 to 6 are used
 
+    // The system's printers as the printer choice keeps them (choix_printer):
+    // up to 21 device names in the system's order (an empty one is no
+    // entry) and the count of the last enumeration.
+    std::array<QString, 21> tab_imprimantes;
+    qint16 nb_imprimantes = 0;
+    // The current printer: the default printer until another one is made
+    // current (choix_imprimante).
+    PrinterObject& Printer();
+    void setPrinter(std::unique_ptr<PrinterObject> printer);
+
     // The hidden banks, made the first time they are touched.
     Icc& icc();
     Icr& icr();
@@ -99,4 +113,5 @@ class Context {
   private:
     std::unique_ptr<Icc> icc_;
     std::unique_ptr<Icr> icr_;
+    std::unique_ptr<PrinterObject> printer_;
 };

@@ -21,6 +21,8 @@ Icc::Icc(Platform& platform)
     Image1.define(2, pictures::dialogIcon);
     for (int value = 0; value <= 2; ++value)
         oui.define(value, [value] { return pictures::tickBox(value); });
+    Image3.define(0, pictures::validate);
+    Image3.define(1, pictures::labelPrinter);
     tclavv = pictures::keyFace(keyTint);
     ticket2 = pictures::ticket();
     // The three ports' event: what arrives replaces what the bank held.

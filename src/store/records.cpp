@@ -9,6 +9,16 @@ QByteArray visibleRecord(QByteArrayView bytes) {
     return FixedString(files::recordLength, nul < 0 ? bytes : bytes.first(nul)).bytes();
 }
 
+QByteArray portField(qint16 port) {
+    return FixedString(2, QByteArray::number(port)).bytes();
+}
+
+QByteArray routeRecord(const char* head, qint16 port) {
+    FixedString r(files::recordLength, head);
+    r.replace(4, portField(port));
+    return r.bytes();
+}
+
 int fileNumberOf(RecordFile file, int fichier_perif) {
     switch (file) {
         case RecordFile::Peripheral:

@@ -49,6 +49,12 @@ inline constexpr int recordLength = 20;
 // for showing only: an update in place starts from the record as it is.
 QByteArray visibleRecord(QByteArrayView bytes);
 
+// Record 70, the printer's route: "00" or "01", then the port formatted "0"
+// in characters 4 and 5, as a whole record.
+QByteArray routeRecord(const char* head, qint16 port);
+// Characters 4 and 5 of record 70: the port formatted "0", padded with blanks.
+QByteArray portField(qint16 port);
+
 // The file number a record is read and written through.
 int fileNumberOf(RecordFile file, int fichier_perif);
 

@@ -38,14 +38,18 @@ void seed(const Scenario& s) {
     for (const auto& [key, value] : s.params) ecrit_param(store, key, value);
 }
 
-// The test platform, with the scenario's ports and USB families, whose
-// browser starts and is written to the report.
+// The test platform, with the scenario's ports, USB families and printers,
+// whose browser starts and whose printed documents are written to the report.
 class FlowPlatform : public TestPlatform {
   public:
     FlowPlatform(const Scenario& s, FlowLog& log) : TestPlatform(ptyPorts(s)), log_(log) {
         clock = s.clock;
         usbFamilies.t1.reachable = s.usb.count(0) && s.usb.at(0);
         usbFamilies.t3.reachable = s.usb.count(1) && s.usb.at(1);
+        for (const auto& [name, isDefault] : s.printers) systemPrinters.add(name, isDefault);
+        systemPrinters.received = [this](const RecordingPrinters::Document& document) {
+            log_.add(RecordingPrinters::describe(document));
+        };
         // A busy port is held open here, as another program of the till
         // would hold it: the tool's open then fails on the port's lock.
         for (const auto& [n, how] : s.ports) {

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "store/codec.h"
+#include "store/ticket_lines.h"
 
 namespace {
 
@@ -101,9 +102,30 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
     if (tokens.size() < count) fail(line, QStringLiteral("missing words"));
 }
 
-const QStringList stepVerbs = {"start", "open",   "fill",  "click", "dblclick",   "choose",
-                               "tick",  "select", "timer", "key",   "read",       "wait",
-                               "set",   "ask",    "bulle", "look",  "screenshot", "peek"};
+const QStringList stepVerbs = {"start",  "open",    "fill",  "click", "dblclick", "choose",
+                               "tick",   "select",  "timer", "key",   "read",     "wait",
+                               "set",    "ask",     "bulle", "look",  "peek",     "screenshot",
+                               "unplug", "entries", "fire"};
+
+// ticketline N "text" "font" SIZE [bold] [italic] [underline]: a line of
+// W_FE1032.WDO as the sales program writes it.
+QByteArray ticketLine(const std::vector<Token>& t, int line) {
+    need(t, 5, line);
+    TicketLine l;
+    l.texte = codec::toBytes(QString::fromUtf8(t[2].text));
+    l.police = codec::toBytes(QString::fromUtf8(t[3].text));
+    bool ok = false;
+    l.taille = t[4].text.toFloat(&ok);
+    if (!ok) fail(line, QStringLiteral("expected a font size"));
+    for (size_t k = 5; k < t.size(); ++k) {
+        const QByteArray& flag = t[k].text;
+        qint32& field = flag == "bold" ? l.gras : flag == "italic" ? l.italique : l.souligne;
+        if (flag != "bold" && flag != "italic" && flag != "underline")
+            fail(line, QStringLiteral("a style is bold, italic or underline"));
+        field = 1;
+    }
+    return l.toRecord();
+}
 
 }  // namespace
 
@@ -139,6 +161,9 @@ Scenario parseScenario(const QByteArray& text) {
             need(t, 4, line);
             s.records.push_back(
                 {QString::fromUtf8(t[1].text), numberOf(t[2], line), contentOf(t, 3, line)});
+        } else if (verb == "ticketline") {
+            const QByteArray record = ticketLine(t, line);
+            s.records.push_back({QStringLiteral("W_FE1032.WDO"), numberOf(t[1], line), record});
         } else if (verb == "port") {
             need(t, 2, line);
             const QString how = t.size() > 2 ? QString::fromUtf8(t[2].text) : QStringLiteral("pty");
@@ -156,6 +181,11 @@ Scenario parseScenario(const QByteArray& text) {
         } else if (verb == "absent") {
             need(t, 2, line);
             s.absent << QString::fromUtf8(t[1].text);
+        } else if (verb == "printer") {
+            need(t, 2, line);
+            if (t.size() > 2 && t[2].text != "default")
+                fail(line, QStringLiteral("a printer is \"NAME\" or \"NAME\" default"));
+            s.printers.emplace_back(QString::fromUtf8(t[1].text), t.size() > 2);
         } else if (verb == "dialog") {
             need(t, 3, line);
             s.dialogs.push_back({numberOf(t[2], line),

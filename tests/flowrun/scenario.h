@@ -37,6 +37,8 @@ struct Scenario {
     std::map<int, bool> usb;       // family (0 T1, 1 T3) -> reachable
     QStringList absent;            // screens taken out of this run's build
     std::deque<Reply> dialogs;     // expected: msg_dialogue as the caller sets it
+    // The system's printers in their order; true for the default one.
+    std::vector<std::pair<QString, bool>> printers;
     std::vector<Step> steps;
     bool manualTimers = false;  // named timers tick only at a `timer` step
 };

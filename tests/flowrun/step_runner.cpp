@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCursor>
+#include <QDir>
 #include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -24,6 +25,8 @@
 #include "shell/image_banks.h"
 #include "shell/info_bubble.h"
 #include "shell/screen.h"
+#include "store/failure.h"
+#include "support/recording_printers.h"
 
 namespace {
 
@@ -62,6 +65,17 @@ QString pointerShape() {
     if (!pointer) return QStringLiteral("default");
     return pointer->shape() == Qt::ArrowCursor ? QStringLiteral("arrow")
                                                : QString::number(int(pointer->shape()));
+}
+
+QStringList entriesOf(QWidget* w) {
+    QStringList entries;
+    if (auto* combo = qobject_cast<QComboBox*>(w))
+        for (int k = 0; k < combo->count(); ++k) entries << combo->itemText(k);
+    else if (auto* list = qobject_cast<QListWidget*>(w))
+        for (int k = 0; k < list->count(); ++k) entries << list->item(k)->text();
+    else
+        refuse(QStringLiteral("not a list"));
+    return entries;
 }
 
 void choose(QWidget* w, const QString& entry) {
@@ -161,6 +175,12 @@ void StepRunner::execute(const Step& step) {
     if (verb == QLatin1String("start")) {
         // As the program starts: the menu's load, then the menu shows.
         ui_.showScreen(QStringLiteral("menuimp"), false);
+        return;
+    }
+    if (verb == QLatin1String("unplug")) {
+        auto* printers = dynamic_cast<RecordingPrinters*>(&ctx.platform.printers());
+        if (!printers || step.args.isEmpty()) refuse(QStringLiteral("unplug needs a printer"));
+        printers->unplug(step.args[0]);
         return;
     }
     if (verb == QLatin1String("open")) {
@@ -286,6 +306,20 @@ void StepRunner::act(const Step& step, Screen& screen) {
             edit->setText(step.args[1]);
         else
             refuse(QStringLiteral("no shared variable or text control %1").arg(step.args[0]));
+        return;
+    }
+    if (verb == QLatin1String("entries")) {
+        QStringList entries;
+        for (const QString& entry : entriesOf(w)) entries << quoted(entry);
+        log_.add(QStringLiteral("entries %1 %2").arg(step.args[0]).arg(entries.size()) +
+                 (entries.isEmpty() ? QString() : QStringLiteral(": ") + entries.join(' ')));
+        return;
+    }
+    // What the screen's own code does with a control, hidden or not.
+    if (verb == QLatin1String("fire")) {
+        auto* button = qobject_cast<QAbstractButton*>(w);
+        if (!button) refuse(QStringLiteral("not a button"));
+        button->click();
         return;
     }
     if (!w->isVisible() || !w->isEnabled())

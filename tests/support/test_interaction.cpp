@@ -6,6 +6,7 @@
 #include "shell/modal.h"
 
 void TestInteraction::showDialog() {
+    asked << QStringLiteral("%1|%2").arg(ctx->retour_dialogue).arg(ctx->msg_dialogue);
     if (realDialogs) return showPromptDialog(*ctx);
     const Reply r = replies.empty() ? Reply{} : replies.front();
     if (!replies.empty()) replies.pop_front();

@@ -28,6 +28,7 @@ class TestInteraction : public Interaction {
     bool realDialogs = false;   // the real form97 and info bubble run
     std::deque<Reply> replies;  // unscripted, the user presses Escape (2, "")
     QStringList screensShown;   // "name" or "name modal"
+    QStringList asked;          // "kind|message" of every dialog, in order
 
     void showDialog() override;
     void messageBox(const QString&) override {}

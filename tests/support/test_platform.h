@@ -3,7 +3,8 @@
 // chosen by the test lead to captured pseudo-terminals through a private Wine
 // dosdevices folder (every other number leads to a folder, which no port can
 // open, so no port of this machine is touched), USB families that note every
-// write, and no browser.
+// write, no browser, and recording printers (none unless the test adds
+// them: never the machine's own).
 #include <QDateTime>
 #include <QStringList>
 #include <map>
@@ -12,6 +13,7 @@
 
 #include "shell/context.h"
 #include "support/pty_pair.h"
+#include "support/recording_printers.h"
 #include "support/wine_ports.h"
 
 class NotingFamily : public UsbFamily {
@@ -41,6 +43,7 @@ class TestPlatform : public Platform {
     bool openBrowser(const QString&, const QString&) override { return false; }
     // A test's pauses take no time.
     void pause(std::chrono::milliseconds) override {}
+    SystemPrinters& printers() override { return *printerSystem; }
 
     // What the far end of port n received so far, taken away.
     QByteArray received(int port) { return ptys.at(port)->received(); }
@@ -48,6 +51,8 @@ class TestPlatform : public Platform {
 
     QDateTime clock{QDate(2026, 11, 16), QTime(10, 20, 30)};
     NotingUsb usbFamilies;
+    RecordingPrinters systemPrinters;
+    SystemPrinters* printerSystem = &systemPrinters;  // or the real ones
     std::map<int, std::unique_ptr<PtyPair>> ptys;
 
   private:
