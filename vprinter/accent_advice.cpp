@@ -32,10 +32,6 @@ void collect(const escpos::Line& line, QList<AccentedLine>& out, int& lastTable)
     if (accented.table >= 0) out << accented;
 }
 
-QString tableLabel(int table) {
-    return QStringLiteral("table %1 (%2)").arg(table).arg(escpos::codeTableName(table));
-}
-
 }  // namespace
 
 QString AccentAdvice::text() const {
@@ -53,15 +49,18 @@ AccentAdvice adviseAccents(const escpos::Sheet& sheet) {
     }
     AccentAdvice advice;
     advice.table = accented.isEmpty() ? lastTable : accented.back().table;
+    advice.accented = !accented.isEmpty();
 
     if (accented.isEmpty()) {
         advice.lines = QStringLiteral("Ce ticket n'a pas de ligne accentuée.\n");
     } else {
-        advice.lines = QStringLiteral("Les lignes accentuées selon la table :\n");
+        advice.lines = QStringLiteral("Lignes accentuées, selon la table :\n");
         for (const AccentedLine& line : accented.mid(0, 5)) {
+            QByteArray high;
+            for (const char c : line.bytes)
+                if (uchar(c) >= 0x80) high += c;
             advice.lines +=
-                QStringLiteral("  octets %1\n")
-                    .arg(QString::fromLatin1(line.bytes.trimmed().toHex(' ')).toUpper());
+                QStringLiteral("  octets %1\n").arg(QString::fromLatin1(high.toHex(' ')).toUpper());
             for (const int table : escpos::commonTables())
                 advice.lines +=
                     QStringLiteral("  %1 %2 %3\n")
@@ -73,8 +72,11 @@ AccentAdvice adviseAccents(const escpos::Sheet& sheet) {
 
     // What each mode of the tool puts on the wire for the sample, read back
     // through the ticket's table.
-    advice.modes = QStringLiteral("Avec la %1 choisie par le ticket, « %2 » s'imprime :\n")
-                       .arg(tableLabel(advice.table), sample);
+    advice.modes = QStringLiteral(
+                       "Table choisie par le ticket : %1 (%2)\n"
+                       "« %3 » selon le mode d'accents :\n")
+                       .arg(advice.table)
+                       .arg(escpos::codeTableName(advice.table), sample);
     QStringList right;
     for (int mode = 0; mode < 3; ++mode) {
         QByteArray bytes = codec::toBytes(sample);
@@ -87,14 +89,12 @@ AccentAdvice adviseAccents(const escpos::Sheet& sheet) {
                             .arg(QLatin1String(modeNames[mode]), -24)
                             .arg(printed);
     }
-    advice.conclusion =
-        right.isEmpty()
-            ? QStringLiteral(
-                  "Aucun mode n'imprime ces accents avec la %1 : choisissez une autre table "
-                  "dans l'initialisation (027 116 016 pour WPC1252, 027 116 002 pour PC850), "
-                  "ou le mode « 1 - Sans accents ».\n")
-                  .arg(tableLabel(advice.table))
-            : QStringLiteral("Conseil : avec la %1, choisissez le mode %2.\n")
-                  .arg(tableLabel(advice.table), right.join(QStringLiteral(" ou ")));
+    advice.conclusion = right.isEmpty() ? QStringLiteral(
+                                              "Conseil : aucun mode n'imprime ces accents avec\n"
+                                              "cette table. Mettez 027 116 016 (WPC1252) ou\n"
+                                              "027 116 002 (PC850) dans l'initialisation, ou\n"
+                                              "choisissez « 1 - Sans accents ».\n")
+                                        : QStringLiteral("Conseil : choisissez le mode %1.\n")
+                                              .arg(right.join(QStringLiteral(" ou ")));
     return advice;
 }

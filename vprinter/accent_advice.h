@@ -7,10 +7,11 @@
 #include "escpos/document.h"
 
 struct AccentAdvice {
-    int table = 0;       // the table the ticket's text was printed with
-    QString lines;       // the accented lines under each table
-    QString modes;       // each mode with what it prints
-    QString conclusion;  // the mode(s) to choose, or what to change
+    int table = 0;          // the table the ticket's text was printed with
+    bool accented = false;  // the ticket has lines beyond ASCII
+    QString lines;          // the accented lines under each table
+    QString modes;          // each mode with what it prints
+    QString conclusion;     // the mode(s) to choose, or what to change
 
     QString text() const;
 };

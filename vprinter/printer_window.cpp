@@ -96,7 +96,9 @@ PrinterWindow::PrinterWindow(const WindowOptions& options)
     scroll->setWidget(roll_);
     scroll->setWidgetResizable(true);
     scroll->setObjectName(QStringLiteral("roll"));
-    row->addWidget(scroll, 3);
+    // Wide enough for a whole roll of 80 mm beside its number.
+    scroll->setMinimumWidth(800);
+    row->addWidget(scroll, 0);
 
     auto* side = new QVBoxLayout;
     auto* title = new QLabel(QStringLiteral("<b>Accents du dernier ticket</b>"), central);
@@ -113,10 +115,10 @@ PrinterWindow::PrinterWindow(const WindowOptions& options)
     clear->setObjectName(QStringLiteral("clear"));
     connect(clear, &QPushButton::clicked, this, &PrinterWindow::clearRoll);
     side->addWidget(clear);
-    row->addLayout(side, 2);
+    row->addLayout(side, 1);
     layout->addLayout(row, 1);
     setCentralWidget(central);
-    resize(1180, 760);
+    resize(1280, 800);
 
     refreshTimer_.setSingleShot(true);
     refreshTimer_.setInterval(40);
@@ -164,7 +166,15 @@ void PrinterWindow::refresh() {
             shown.emplace_back(numberOffset_ + int(i) + 1, escpos::renderSheet(sheets[i]));
     }
     roll_->setTickets(std::move(shown));
-    if (!sheets.empty()) advice_->setPlainText(adviseAccents(sheets.back()).text());
+    // The advice is for the last ticket with accents (a cut leaves the
+    // next ticket with a blank line only), else for the last one.
+    for (auto it = sheets.rbegin(); it != sheets.rend(); ++it) {
+        const AccentAdvice advice = adviseAccents(*it);
+        if (advice.accented || it + 1 == sheets.rend()) {
+            advice_->setPlainText(advice.text());
+            break;
+        }
+    }
     // The newest paper comes out at the bottom.
     if (auto* area = findChild<QScrollArea*>(QStringLiteral("roll")))
         QTimer::singleShot(0, area, [area] {
@@ -183,10 +193,10 @@ void PrinterWindow::writeSheet(size_t index) {
             .filePath(QStringLiteral("ticket-%1").arg(number, 3, 10, QLatin1Char('0')));
     escpos::renderSheet(sheet).save(base + QStringLiteral(".png"), "PNG");
     QFile text(base + QStringLiteral(".txt"));
+    const AccentAdvice advice = adviseAccents(sheet);
+    const QString advised = advice.accented ? QStringLiteral("\n") + advice.text() : QString();
     if (text.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        text.write(
-            (escpos::dumpSheet(sheet, number) + QStringLiteral("\n") + adviseAccents(sheet).text())
-                .toUtf8());
+        text.write((escpos::dumpSheet(sheet, number) + advised).toUtf8());
     written_[index] = sheet.finished;
 }
 
@@ -228,5 +238,8 @@ int runWindow(const WindowOptions& options) {
     window.show();
     const int code = QApplication::exec();
     window.finish();
+    // The picture of the window for the documentation, only when asked for.
+    if (const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS"); !folder.isEmpty())
+        window.grab().save(QDir(folder).filePath(QStringLiteral("vprinter.png")), "PNG");
     return code;
 }

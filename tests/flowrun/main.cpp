@@ -17,6 +17,7 @@
 #include "store/param_table.h"
 #include "store/record_store.h"
 #include "support/test_platform.h"
+#include "virtual_printers.h"
 
 namespace {
 
@@ -117,6 +118,16 @@ int main(int argc, char** argv) {
 
     FlowLog log;
     FlowPlatform platform(scenario, log);
+    std::vector<int> printerPorts;
+    for (const auto& [n, how] : scenario.ports)
+        if (how == QLatin1String("vprinter")) printerPorts.push_back(n);
+    std::unique_ptr<VirtualPrinters> printers;
+    try {
+        printers = std::make_unique<VirtualPrinters>(printerPorts);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "flowrun: %s\n", e.what());
+        return 2;
+    }
     ScreenRegistry registry;
     registerScreens(registry);
     FlowInteraction ui(registry, scenario, log);
@@ -131,6 +142,7 @@ int main(int argc, char** argv) {
         print(changedRecords(before, snapshotDir(dataDir.path())));
         print({QStringLiteral("-- wire")});
         print(platform.wireReport());
+        print(printers->report());
         for (const Reply& r : ui.replies)
             print({QStringLiteral("unused dialog reply, line %1: %2")
                        .arg(r.line)

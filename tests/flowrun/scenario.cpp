@@ -141,8 +141,9 @@ Scenario parseScenario(const QByteArray& text) {
         } else if (verb == "port") {
             need(t, 2, line);
             const QString how = t.size() > 2 ? QString::fromUtf8(t[2].text) : QStringLiteral("pty");
-            if (how != QLatin1String("pty") && how != QLatin1String("missing"))
-                fail(line, QStringLiteral("a port is pty or missing"));
+            if (how != QLatin1String("pty") && how != QLatin1String("missing") &&
+                how != QLatin1String("vprinter"))
+                fail(line, QStringLiteral("a port is pty, missing or vprinter"));
             s.ports[numberOf(t[1], line)] = how;
         } else if (verb == "usb") {
             need(t, 3, line);
