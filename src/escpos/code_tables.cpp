@@ -4,6 +4,8 @@
 #include <map>
 #include <mutex>
 
+#include "escpos/document.h"
+
 namespace escpos {
 
 namespace {
@@ -146,6 +148,10 @@ QString printedText(const QByteArray& bytes, int table, int international) {
     for (const char b : bytes)
         text += QChar(printedChar(static_cast<unsigned char>(b), table, international));
     return text;
+}
+
+QString TextRun::text() const {
+    return printedText(bytes, style.codeTable, style.international);
 }
 
 QString internationalName(int number) {

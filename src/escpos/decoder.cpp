@@ -14,6 +14,9 @@ constexpr unsigned char HT = 0x09, LF = 0x0A, FF = 0x0C, CR = 0x0D, DLE = 0x10, 
 constexpr int defaultLineSpacing = 30;  // 3.75 mm
 constexpr int defaultPageHeight = 1662;
 constexpr int maxBarcodeData = 255;
+// No feed, and no page, longer than a metre of paper: a printer would stop
+// for want of paper long before, and the picture has to fit in memory.
+constexpr int maxLength = 8000;
 
 unsigned char at(QByteArrayView c, qsizetype i) {
     return static_cast<unsigned char>(c.at(i));
@@ -151,6 +154,10 @@ int Decoder::dotsX(int units) const {
     return int(qint64(units) * dotsPerInch / unitX_);
 }
 int Decoder::dotsY(int units) const {
+    return std::min(unitsY(units), maxLength);
+}
+
+int Decoder::unitsY(int units) const {
     return int(qint64(units) * dotsPerInch / unitY_);
 }
 
@@ -425,8 +432,8 @@ void Decoder::escape(QByteArrayView c) {
             justification_ = digitParam(n);
             return;
         case 'd':
-            if (pageMode_) return pageLineDone(n * lineSpacing_);
-            return printLine(n * lineSpacing_);
+            if (pageMode_) return pageLineDone(std::min(n * lineSpacing_, maxLength));
+            return printLine(std::min(n * lineSpacing_, maxLength));
         case 'J':
             if (pageMode_) return pageLineDone(dotsY(n));
             return printLine(-2 - dotsY(n));
@@ -541,13 +548,13 @@ void Decoder::groupSeparator(QByteArrayView c) {
         case '$':
             if (pageMode_) {
                 pageLineDone(0);
-                pageV_ = dotsY(word(c, 2));
+                pageV_ = std::min(dotsY(word(c, 2)), page_.height);
             }
             return;
         case '\\':
             if (pageMode_) {
                 pageLineDone(0);
-                pageV_ = std::max(0, pageV_ + dotsY(qint16(word(c, 2))));
+                pageV_ = std::clamp(pageV_ + dotsY(qint16(word(c, 2))), 0, page_.height);
             }
             return;
         default:

@@ -62,7 +62,8 @@ class Decoder {
     int printableWidth() const;
 
     int dotsX(int units) const;
-    int dotsY(int units) const;
+    int dotsY(int units) const;  // at most a metre
+    int unitsY(int units) const;
 
     int paperMillimetres_;
     Document doc_;

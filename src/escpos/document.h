@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <algorithm>
+#include <array>
 #include <variant>
 #include <vector>
 
@@ -28,20 +30,27 @@ struct Style {
     bool operator==(const Style&) const = default;
 };
 
-// Characters of one style side by side, each cell cellWidth() wide.
+// Characters of one style side by side, pitch dots apart.
 struct TextRun {
     int x = 0;
     int pitch = 12;  // dots from one character to the next
     Style style;
-    QByteArray bytes;  // as received
-    QString text;      // as printed: one character per byte
+    QByteArray bytes;  // as received, one character a byte
+
+    int width() const { return int(bytes.size()) * pitch; }
+    QString text() const;  // as printed, through the run's code table
 };
 
-// Bytes the printer does not know or ignores, shown where they came.
+// Bytes the printer does not know or ignores, shown where they came. They
+// take no room on the line: the printer prints nothing for them.
 struct Marker {
+    static constexpr int kept = 12;
     int x = 0;
-    QByteArray bytes;
+    std::array<char, kept> head{};  // the first bytes of the command
+    int size = 0;                   // all its bytes
     QString why;
+
+    QByteArray bytes() const { return QByteArray(head.data(), std::min(size, kept)); }
 };
 
 // ESC *: columns of 8 or 24 dots, each dot drawn scaleX by scaleY.
@@ -62,12 +71,13 @@ struct BitImage {
     }
 };
 
-using LineItem = std::variant<TextRun, Marker, BitImage>;
+using LineItem = std::variant<TextRun, BitImage>;
 
 // A printed line (or a pure feed when it holds nothing): its items, and the
 // paper it takes. Items stand on a common baseline at the bottom.
 struct Line {
     std::vector<LineItem> items;
+    std::vector<Marker> markers;
     int height = 0;   // tallest item
     int advance = 0;  // paper fed by the line: at least its height
 };

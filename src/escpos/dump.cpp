@@ -1,6 +1,7 @@
 #include "escpos/dump.h"
 
 #include <QStringList>
+#include <limits>
 
 #include "escpos/code_tables.h"
 
@@ -12,7 +13,7 @@ QString hexOf(const QByteArray& bytes) {
     return QString::fromLatin1(bytes.toHex(' ')).toUpper();
 }
 
-QString styleTags(const TextRun& run) {
+QString styleTags(const TextRun& run, const QByteArray& bytes) {
     const Style& s = run.style;
     QStringList tags;
     if (s.bold) tags << QStringLiteral("gras");
@@ -23,7 +24,7 @@ QString styleTags(const TextRun& run) {
     if (s.reverse) tags << QStringLiteral("inversé");
     if (s.upsideDown) tags << QStringLiteral("à l'envers");
     const bool high =
-        std::any_of(run.bytes.begin(), run.bytes.end(), [](char c) { return uchar(c) >= 0x80; });
+        std::any_of(bytes.begin(), bytes.end(), [](char c) { return uchar(c) >= 0x80; });
     if (high) tags << codeTableName(s.codeTable);
     if (s.international) tags << internationalName(s.international);
     if (run.pitch != s.cellWidth()) tags << QStringLiteral("pas %1").arg(run.pitch);
@@ -54,34 +55,66 @@ QStringList imageRows(const BitImage& image) {
     return rows;
 }
 
-// One line's items; the rows of its images follow it.
+QString markerText(const Marker& m) {
+    QString bytes = hexOf(m.bytes());
+    if (m.size > Marker::kept) bytes += QStringLiteral(" … (%1 octets)").arg(m.size);
+    return QStringLiteral("{%1 : %2}").arg(bytes, m.why);
+}
+
+// One line's items, with its markers where they came (a marker within a run
+// splits its text there); the rows of its images follow the line.
 QStringList lineText(const Line& line, const QString& head) {
     QString text = head;
     QStringList extra;
     int expected = -1;
-    for (const LineItem& item : line.items) {
+    size_t nextMarker = 0;
+    auto place = [&](int x) {
         text += u' ';
-        const int x = std::visit([](const auto& i) { return i.x; }, item);
         if (x != expected) text += QStringLiteral("@%1 ").arg(x);
+    };
+    auto markersUpTo = [&](int x) {
+        for (; nextMarker < line.markers.size() && line.markers[nextMarker].x <= x; ++nextMarker) {
+            place(line.markers[nextMarker].x);
+            text += markerText(line.markers[nextMarker]);
+            expected = line.markers[nextMarker].x;
+        }
+    };
+    for (const LineItem& item : line.items) {
         if (const auto* run = std::get_if<TextRun>(&item)) {
-            text += styleTags(*run) + quotedText(run->text);
-            expected = run->x + int(run->text.size()) * run->pitch;
-        } else if (const auto* marker = std::get_if<Marker>(&item)) {
-            text += QStringLiteral("{%1 : %2}").arg(hexOf(marker->bytes), marker->why);
-            expected = marker->x;
-        } else if (const auto* image = std::get_if<BitImage>(&item)) {
+            const QString printed = run->text();
+            qsizetype from = 0;
+            while (from < printed.size()) {
+                markersUpTo(run->x + int(from) * run->pitch);
+                // Up to the next marker inside the run, or its end.
+                qsizetype to = printed.size();
+                if (nextMarker < line.markers.size() &&
+                    line.markers[nextMarker].x < run->x + run->width())
+                    to = std::max<qsizetype>(
+                        from + 1,
+                        (line.markers[nextMarker].x - run->x + run->pitch - 1) / run->pitch);
+                place(run->x + int(from) * run->pitch);
+                text += styleTags(*run, run->bytes.mid(from, to - from)) +
+                        quotedText(printed.mid(from, to - from));
+                expected = run->x + int(to) * run->pitch;
+                from = to;
+            }
+        } else {
+            const auto& image = std::get<BitImage>(item);
+            markersUpTo(image.x);
+            place(image.x);
             text += QStringLiteral("[image ESC * %1 : %2 colonnes de %3 points, %4x%5 → %6x%7]")
-                        .arg(image->mode)
-                        .arg(image->columns)
-                        .arg(image->dotsPerColumn)
-                        .arg(image->scaleX)
-                        .arg(image->scaleY)
-                        .arg(image->width())
-                        .arg(image->height());
-            extra << imageRows(*image);
-            expected = image->x + image->width();
+                        .arg(image.mode)
+                        .arg(image.columns)
+                        .arg(image.dotsPerColumn)
+                        .arg(image.scaleX)
+                        .arg(image.scaleY)
+                        .arg(image.width())
+                        .arg(image.height());
+            extra << imageRows(image);
+            expected = image.x + image.width();
         }
     }
+    markersUpTo(std::numeric_limits<int>::max());
     return QStringList{text} + extra;
 }
 

@@ -6,21 +6,15 @@ namespace escpos {
 
 namespace {
 
-int itemX(const LineItem& item) {
-    return std::visit([](const auto& i) { return i.x; }, item);
-}
-
 int itemRight(const LineItem& item) {
-    if (const auto* run = std::get_if<TextRun>(&item))
-        return run->x + int(run->text.size()) * run->pitch;
-    if (const auto* image = std::get_if<BitImage>(&item)) return image->x + image->width();
-    return itemX(item);
+    if (const auto* run = std::get_if<TextRun>(&item)) return run->x + run->width();
+    const auto& image = std::get<BitImage>(item);
+    return image.x + image.width();
 }
 
 int itemHeight(const LineItem& item) {
     if (const auto* run = std::get_if<TextRun>(&item)) return run->style.cellHeight();
-    if (const auto* image = std::get_if<BitImage>(&item)) return image->height();
-    return 0;
+    return std::get<BitImage>(item).height();
 }
 
 }  // namespace
@@ -40,22 +34,13 @@ bool LineBuilder::addChar(unsigned char byte, const Style& style, int rightSpaci
     const int cell = style.cellWidth();
     if (x_ + cell > length_ && x_ > 0) return false;
     const int pitch = cell + rightSpacing * style.widthScale;
-    if (tableNumber_ != style.codeTable) {
-        table_ = &codeTable(style.codeTable);
-        tableNumber_ = style.codeTable;
-    }
-    const char16_t shown = style.international
-                               ? printedChar(byte, style.codeTable, style.international)
-                               : table_->chars[byte];
     const int at = origin_ + x_;
     TextRun* run = items_.empty() ? nullptr : std::get_if<TextRun>(&items_.back());
-    if (!run || run->style != style || run->pitch != pitch ||
-        run->x + int(run->text.size()) * pitch != at) {
-        items_.push_back(TextRun{at, pitch, style, {}, {}});
+    if (!run || run->style != style || run->pitch != pitch || run->x + run->width() != at) {
+        items_.push_back(TextRun{at, pitch, style, {}});
         run = &std::get<TextRun>(items_.back());
     }
     run->bytes += char(byte);
-    run->text += QChar(shown);
     x_ = std::min(x_ + pitch, length_);
     return true;
 }
@@ -73,7 +58,12 @@ void LineBuilder::addImage(BitImage image) {
 }
 
 void LineBuilder::addMarker(QByteArrayView bytes, const QString& why) {
-    items_.push_back(Marker{origin_ + x_, bytes.toByteArray(), why});
+    Marker m;
+    m.x = origin_ + x_;
+    m.size = int(bytes.size());
+    std::copy_n(bytes.data(), std::min<qsizetype>(bytes.size(), Marker::kept), m.head.begin());
+    m.why = why;
+    markers_.push_back(std::move(m));
 }
 
 Line LineBuilder::take(int justification, int advance, bool tallest) {
@@ -85,11 +75,15 @@ Line LineBuilder::take(int justification, int advance, bool tallest) {
     }
     const int room = origin_ + length_ - right;
     const int shift = justification == 1 ? room / 2 : justification == 2 ? room : 0;
-    if (shift > 0)
+    if (shift > 0) {
         for (LineItem& item : items_) std::visit([&](auto& i) { i.x += shift; }, item);
+        for (Marker& m : markers_) m.x += shift;
+    }
     line.items = std::move(items_);
+    line.markers = std::move(markers_);
     line.advance = tallest ? std::max(advance, line.height) : advance;
     items_.clear();
+    markers_.clear();
     x_ = 0;
     return line;
 }

@@ -10,7 +10,7 @@ namespace escpos {
 class LineBuilder {
   public:
     void start(int origin, int length);
-    bool empty() const { return items_.empty(); }
+    bool empty() const { return items_.empty() && markers_.empty(); }
     int x() const { return x_; }
     // Moves to dots from the origin, within the line.
     void moveTo(int x);
@@ -28,9 +28,8 @@ class LineBuilder {
 
   private:
     std::vector<LineItem> items_;
+    std::vector<Marker> markers_;
     int origin_ = 0, length_ = 0, x_ = 0;
-    const CodeTable* table_ = nullptr;
-    int tableNumber_ = -1;
 };
 
 }  // namespace escpos

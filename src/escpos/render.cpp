@@ -52,24 +52,24 @@ class SheetPainter {
 
     void line(const Line& line, int top) {
         const int baseline = top + line.height;
-        int markerEnd = -1000;
         for (const LineItem& item : line.items) {
             if (const auto* run = std::get_if<TextRun>(&item))
                 text(*run, baseline);
-            else if (const auto* image = std::get_if<BitImage>(&item))
-                bitImage(*image, baseline);
-            else if (const auto* m = std::get_if<Marker>(&item))
-                markerEnd = marker(*m, top, markerEnd);
+            else
+                bitImage(std::get<BitImage>(item), baseline);
         }
+        int markerEnd = -1000;
+        for (const Marker& m : line.markers) markerEnd = marker(m, top, markerEnd);
     }
 
     void text(const TextRun& run, int baseline) {
         const Style& s = run.style;
         const int w = s.cellWidth(), h = s.cellHeight();
         const int top = baseline - h;
-        for (qsizetype i = 0; i < run.text.size(); ++i) {
+        const QString printed = run.text();
+        for (qsizetype i = 0; i < printed.size(); ++i) {
             const int x = edge(run.x + int(i) * run.pitch);
-            const QImage& g = glyph(run.text.at(i).unicode(), s.fontB, s.bold, s.reverse);
+            const QImage& g = glyph(printed.at(i).unicode(), s.fontB, s.bold, s.reverse);
             const QRect cell(x, top, w, h);
             if (s.reverse && run.pitch > w) p_.fillRect(x + w, top, run.pitch - w, h, Qt::black);
             if (s.upsideDown) {
@@ -102,7 +102,7 @@ class SheetPainter {
     int marker(const Marker& m, int top, int previousEnd) {
         p_.setFont(labelFont(11, true));
         const QString label =
-            hexOf(m.bytes.left(8)) + (m.bytes.size() > 8 ? QStringLiteral(" …") : QString());
+            hexOf(m.bytes().left(8)) + (m.size > 8 ? QStringLiteral(" …") : QString());
         const int width = p_.fontMetrics().horizontalAdvance(label) + 6;
         const int x = std::max(edge(m.x), previousEnd + 2);
         const QRect box(x, top + 1, width, 14);
@@ -242,14 +242,24 @@ class SheetPainter {
 }  // namespace
 
 QImage renderSheet(const Sheet& sheet) {
+    // A sheet longer than a few metres is drawn up to there, with a note.
+    constexpr int maxHeight = 32000;
     int height = topMargin + bottomMargin;
-    for (const Block& block : sheet.blocks) height += blockHeight(block);
+    size_t drawn = 0;
+    for (; drawn < sheet.blocks.size(); ++drawn) {
+        const int h = blockHeight(sheet.blocks[drawn]);
+        if (height + h > maxHeight - noteHeight) break;
+        height += h;
+    }
+    const bool cut = drawn < sheet.blocks.size();
+    if (cut) height += noteHeight;
     QImage image(sheet.paperWidth, height, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter p(&image);
     SheetPainter painter(p, sheet);
     int y = topMargin;
-    for (const Block& block : sheet.blocks) {
+    for (size_t i = 0; i < drawn; ++i) {
+        const Block& block = sheet.blocks[i];
         if (const auto* line = std::get_if<Line>(&block))
             painter.line(*line, y);
         else if (const auto* b = std::get_if<Barcode>(&block))
@@ -264,6 +274,10 @@ QImage renderSheet(const Sheet& sheet) {
             painter.remark(note->text, y, noteHeight, remarkColour);
         y += blockHeight(block);
     }
+    if (cut)
+        painter.remark(QStringLiteral("… la suite de ce ticket (%1 éléments) n'est pas dessinée")
+                           .arg(sheet.blocks.size() - drawn),
+                       y, noteHeight, markerColour);
     return image;
 }
 
