@@ -210,6 +210,7 @@ void PrinterWindow::clearRoll() {
 void PrinterWindow::finish() {
     refreshTimer_.stop();
     idleTimer_.stop();
+    port_.drain();
     decoder_.finish();
     const auto& sheets = decoder_.document().sheets;
     written_.resize(sheets.size(), false);

@@ -62,6 +62,7 @@ bool VirtualPort::open(int port, const QString& extraLink, QString& error) {
 
 bool VirtualPort::makeLink(const QString& path, QString& error) {
     const QFileInfo info(path);
+    QDir().mkpath(info.absolutePath());
     Link link{path, {}};
     if (info.isSymLink()) {
         link.previousTarget = info.symLinkTarget();

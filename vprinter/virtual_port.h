@@ -17,6 +17,9 @@ class VirtualPort : public QObject {
     bool open(int port, const QString& extraLink, QString& error);
     void close();
 
+    // Reads what has arrived and not been read yet (at the end of a run).
+    void drain() { readAvailable(); }
+
     QString devicePath() const { return slavePath_; }
     QString linkPath() const { return linkPath_; }
 

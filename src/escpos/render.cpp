@@ -241,9 +241,13 @@ class SheetPainter {
 
 }  // namespace
 
-QImage renderSheet(const Sheet& sheet) {
-    // A sheet longer than a few metres is drawn up to there, with a note.
-    constexpr int maxHeight = 32000;
+namespace {
+
+// A sheet longer than a few metres is drawn up to there, with a note.
+constexpr int maxHeight = 32000;
+
+// How many blocks are drawn, and the picture's height.
+std::pair<size_t, int> layout(const Sheet& sheet) {
     int height = topMargin + bottomMargin;
     size_t drawn = 0;
     for (; drawn < sheet.blocks.size(); ++drawn) {
@@ -251,8 +255,19 @@ QImage renderSheet(const Sheet& sheet) {
         if (height + h > maxHeight - noteHeight) break;
         height += h;
     }
+    if (drawn < sheet.blocks.size()) height += noteHeight;
+    return {drawn, height};
+}
+
+}  // namespace
+
+int sheetHeight(const Sheet& sheet) {
+    return layout(sheet).second;
+}
+
+QImage renderSheet(const Sheet& sheet) {
+    const auto [drawn, height] = layout(sheet);
     const bool cut = drawn < sheet.blocks.size();
-    if (cut) height += noteHeight;
     QImage image(sheet.paperWidth, height, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter p(&image);

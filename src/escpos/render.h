@@ -9,5 +9,7 @@
 namespace escpos {
 
 QImage renderSheet(const Sheet& sheet);
+// The height of that picture, without drawing it.
+int sheetHeight(const Sheet& sheet);
 
 }  // namespace escpos

@@ -76,6 +76,9 @@ class EscPos : public QObject {
         QFETCH(QByteArray, bytes);
         const QImage image = escpos::renderSheet(decode(bytes).sheets.front());
         const QString name = QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".png");
+        // The README's pictures, only when asked for.
+        if (const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS"); !folder.isEmpty())
+            image.save(QDir(folder).filePath(QStringLiteral("vprinter_") + name), "PNG");
         const QByteArray reference = golden(QStringLiteral("escpos"), name);
         if (reference.isEmpty()) {
             QByteArray png;
@@ -84,9 +87,6 @@ class EscPos : public QObject {
             image.save(&buffer, "PNG");
             QFAIL(qPrintable(goldenMismatch(QStringLiteral("escpos"), name, png)));
         }
-        // The README's pictures, only when asked for.
-        if (const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS"); !folder.isEmpty())
-            image.save(QDir(folder).filePath(QStringLiteral("vprinter_") + name), "PNG");
         const double share = difference(image, QImage::fromData(reference, "PNG"));
         QVERIFY2(share < 0.01,
                  qPrintable(QStringLiteral("%1 % of the pixels differ").arg(share * 100)));
@@ -136,6 +136,17 @@ class EscPos : public QObject {
         QCOMPARE(b.hri, hri);
         if (modules) QCOMPARE(escpos::patternDots(b.pattern, 1), modules);
         QCOMPARE(b.pattern.size() % 2, 1);  // starts and ends with a bar
+    }
+
+    // A table in which no mode prints the accents: the advice says what to change.
+    void adviceWithoutAGoodMode() {
+        const escpos::Document doc =
+            decode(QByteArray("\x1bt\x11"
+                              "Accents :  \x82\n"));
+        const AccentAdvice advice = adviseAccents(doc.sheets.front());
+        QCOMPARE(advice.table, 17);
+        QVERIFY2(advice.conclusion.startsWith(QStringLiteral("Conseil : aucun mode")),
+                 qPrintable(advice.text()));
     }
 
     void commands_data() {
