@@ -12,6 +12,7 @@ namespace escpos {
 namespace {
 
 constexpr int topMargin = 16, bottomMargin = 16;
+constexpr int markerBand = 16;  // room for the tags above a line that has some
 constexpr int cutHeight = 28, pulseHeight = 44, noteHeight = 30, refusedHeight = 44;
 const QColor markerColour(200, 30, 30);
 const QColor remarkColour(90, 90, 110);
@@ -32,7 +33,8 @@ int hriHeight(const Barcode& b) {
 }
 
 int blockHeight(const Block& block) {
-    if (const auto* line = std::get_if<Line>(&block)) return std::max(line->advance, line->height);
+    if (const auto* line = std::get_if<Line>(&block))
+        return std::max(line->advance, line->height) + (line->markers.empty() ? 0 : markerBand);
     if (const auto* b = std::get_if<Barcode>(&block)) {
         if (!b->error.isEmpty()) return refusedHeight;
         int h = b->height + 8;
@@ -50,7 +52,12 @@ class SheetPainter {
   public:
     SheetPainter(QPainter& p, const Sheet& s) : p_(p), sheet_(s) {}
 
+    // The tags of unknown bytes take a band of their own above the line, so
+    // that they hide none of what the printer prints.
     void line(const Line& line, int top) {
+        int markerEnd = -1000;
+        for (const Marker& m : line.markers) markerEnd = marker(m, top, markerEnd);
+        if (!line.markers.empty()) top += markerBand;
         const int baseline = top + line.height;
         for (const LineItem& item : line.items) {
             if (const auto* run = std::get_if<TextRun>(&item))
@@ -58,8 +65,6 @@ class SheetPainter {
             else
                 bitImage(std::get<BitImage>(item), baseline);
         }
-        int markerEnd = -1000;
-        for (const Marker& m : line.markers) markerEnd = marker(m, top, markerEnd);
     }
 
     void text(const TextRun& run, int baseline) {
