@@ -162,8 +162,7 @@ void PrinterWindow::refresh() {
     std::vector<std::pair<int, QImage>> shown;
     for (size_t i = 0; i < sheets.size(); ++i) {
         if (sheets[i].finished && !written_[i]) writeSheet(i);
-        if (i >= firstShown_)
-            shown.emplace_back(numberOffset_ + int(i) + 1, escpos::renderSheet(sheets[i]));
+        if (i >= firstShown_) shown.emplace_back(numberOffset_ + int(i) + 1, picture(i));
     }
     roll_->setTickets(std::move(shown));
     // The advice is for the last ticket with accents (a cut leaves the
@@ -182,6 +181,15 @@ void PrinterWindow::refresh() {
         });
 }
 
+// A finished sheet no longer changes: its picture is drawn once.
+QImage PrinterWindow::picture(size_t index) {
+    const escpos::Sheet& sheet = decoder_.document().sheets[index];
+    if (!sheet.finished) return escpos::renderSheet(sheet);
+    pictures_.resize(std::max(pictures_.size(), index + 1));
+    if (pictures_[index].isNull()) pictures_[index] = escpos::renderSheet(sheet);
+    return pictures_[index];
+}
+
 void PrinterWindow::writeSheet(size_t index) {
     const auto& sheets = decoder_.document().sheets;
     if (index >= sheets.size()) return;
@@ -191,7 +199,7 @@ void PrinterWindow::writeSheet(size_t index) {
     const QString base =
         QDir(options_.outDir)
             .filePath(QStringLiteral("ticket-%1").arg(number, 3, 10, QLatin1Char('0')));
-    escpos::renderSheet(sheet).save(base + QStringLiteral(".png"), "PNG");
+    picture(index).save(base + QStringLiteral(".png"), "PNG");
     QFile text(base + QStringLiteral(".txt"));
     const AccentAdvice advice = adviseAccents(sheet);
     const QString advised = advice.accented ? QStringLiteral("\n") + advice.text() : QString();

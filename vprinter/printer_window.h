@@ -33,6 +33,7 @@ class PrinterWindow : public QMainWindow {
     void receive(const QByteArray& bytes);
     void refresh();
     void writeSheet(size_t index);
+    QImage picture(size_t index);
     void clearRoll();
 
     WindowOptions options_;
@@ -41,6 +42,7 @@ class PrinterWindow : public QMainWindow {
     size_t firstShown_ = 0;  // sheets before it were cleared from the roll
     int numberOffset_ = 0;   // tickets already in the folder from earlier runs
     std::vector<bool> written_;
+    std::vector<QImage> pictures_;  // of finished sheets, drawn once
     RollView* roll_ = nullptr;
     QLabel* status_ = nullptr;
     QPlainTextEdit* advice_ = nullptr;
