@@ -143,10 +143,15 @@ char16_t printedChar(unsigned char byte, int table, int international) {
 }
 
 QString printedText(const QByteArray& bytes, int table, int international) {
-    QString text;
-    text.reserve(bytes.size());
-    for (const char b : bytes)
-        text += QChar(printedChar(static_cast<unsigned char>(b), table, international));
+    const CodeTable& chars = codeTable(table);
+    const bool national = international > 0 && international < nationalCount;
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar* out = text.data();
+    for (const char b : bytes) {
+        const auto byte = static_cast<unsigned char>(b);
+        const int place = national && byte < 128 ? nationalPlace(byte) : -1;
+        *out++ = QChar(place >= 0 ? nationalSets[international].chars[place] : chars.chars[byte]);
+    }
     return text;
 }
 
