@@ -8,7 +8,7 @@ source tools/deps.sh
 ensure_deps
 
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build --target kalvo-periph -j 2
+cmake --build build --target kalvo-periph kalvo-vprinter -j 2
 
 mkdir -p demo
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && [ -z "${QT_QPA_PLATFORM:-}" ]; then
@@ -16,4 +16,11 @@ if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ] && [ -z "${QT_QPA_PLAT
     exit 1
 fi
 cd demo
-exec ../build/bin/kalvo-periph
+# The demo has a Wine prefix of its own, whose Com 1 is the virtual ticket
+# printer: every ticket printed there appears in its window (and as PNGs in
+# demo/tickets). It ends with the tool.
+export WINEPREFIX="$PWD/.wine"
+../build/bin/kalvo-vprinter --port 1 --out tickets &
+printer=$!
+trap 'kill "$printer" 2>/dev/null; wait "$printer" 2>/dev/null' EXIT
+../build/bin/kalvo-periph

@@ -8,6 +8,7 @@ KALVO_DEPS=(
     fonts-liberation
     cups printer-driver-cups-pdf poppler-utils
     xvfb xauth x11-utils
+    clang libclang-rt-14-dev
 )
 
 kalvo_missing_deps() {

@@ -19,6 +19,7 @@
 #include "store/param_table.h"
 #include "store/record_store.h"
 #include "support/test_platform.h"
+#include "virtual_printers.h"
 
 namespace {
 
@@ -118,7 +119,7 @@ class FlowPlatform : public TestPlatform {
     static std::set<int> ptyPorts(const Scenario& s) {
         std::set<int> ports;
         for (const auto& [n, how] : s.ports)
-            if (how != QLatin1String("missing")) ports.insert(n);
+            if (how == QLatin1String("pty") || how == QLatin1String("busy")) ports.insert(n);
         return ports;
     }
     FlowLog& log_;
@@ -173,6 +174,16 @@ int main(int argc, char** argv) {
 
     FlowLog log;
     FlowPlatform platform(scenario, log);
+    std::vector<int> printerPorts;
+    for (const auto& [n, how] : scenario.ports)
+        if (how == QLatin1String("vprinter")) printerPorts.push_back(n);
+    std::unique_ptr<VirtualPrinters> printers;
+    try {
+        printers = std::make_unique<VirtualPrinters>(printerPorts);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "flowrun: %s\n", e.what());
+        return 2;
+    }
     ScreenRegistry registry;
     registerScreens(registry);
     FlowInteraction ui(registry, scenario, log);
@@ -187,6 +198,7 @@ int main(int argc, char** argv) {
         print(changedRecords(before, snapshotDir(dataDir.path())));
         print({QStringLiteral("-- wire")});
         print(platform.wireReport());
+        print(printers->report());
         for (const Reply& r : ui.replies)
             print({QStringLiteral("unused dialog reply, line %1: %2")
                        .arg(r.line)

@@ -168,8 +168,8 @@ Scenario parseScenario(const QByteArray& text) {
             need(t, 2, line);
             const QString how = t.size() > 2 ? QString::fromUtf8(t[2].text) : QStringLiteral("pty");
             if (how != QLatin1String("pty") && how != QLatin1String("missing") &&
-                how != QLatin1String("busy"))
-                fail(line, QStringLiteral("a port is pty, busy or missing"));
+                how != QLatin1String("busy") && how != QLatin1String("vprinter"))
+                fail(line, QStringLiteral("a port is pty, busy, missing or vprinter"));
             s.ports[numberOf(t[1], line)] = how;
         } else if (verb == "usb") {
             need(t, 3, line);

@@ -33,7 +33,7 @@ struct Scenario {
     std::vector<std::pair<QString, QString>> params;  // in order of writing
     std::vector<SeedFile> files;
     std::vector<SeedRecord> records;
-    std::map<int, QString> ports;  // port number -> "pty", "busy" or "missing"
+    std::map<int, QString> ports;  // port number -> "pty", "busy", "missing" or "vprinter"
     std::map<int, bool> usb;       // family (0 T1, 1 T3) -> reachable
     QStringList absent;            // screens taken out of this run's build
     std::deque<Reply> dialogs;     // expected: msg_dialogue as the caller sets it

@@ -1,0 +1,304 @@
+#include "escpos/render.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+
+#include "escpos/barcodes.h"
+#include "escpos/glyphs.h"
+
+namespace escpos {
+
+namespace {
+
+constexpr int topMargin = 16, bottomMargin = 16;
+constexpr int markerBand = 16;  // room for the tags above a line that has some
+constexpr int cutHeight = 28, pulseHeight = 44, noteHeight = 30, refusedHeight = 44;
+const QColor markerColour(200, 30, 30);
+const QColor remarkColour(90, 90, 110);
+
+QFont labelFont(int pixels, bool bold = false) {
+    QFont font(QStringLiteral("Liberation Sans"));
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
+QString hexOf(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toHex(' ')).toUpper();
+}
+
+int hriHeight(const Barcode& b) {
+    return b.hriFontB ? 17 : 24;
+}
+
+int blockHeight(const Block& block) {
+    if (const auto* line = std::get_if<Line>(&block))
+        return std::max(line->advance, line->height) + (line->markers.empty() ? 0 : markerBand);
+    if (const auto* b = std::get_if<Barcode>(&block)) {
+        if (!b->error.isEmpty()) return refusedHeight;
+        int h = b->height + 8;
+        if (b->hriPosition & 1) h += hriHeight(*b) + 4;
+        if (b->hriPosition & 2) h += hriHeight(*b) + 4;
+        return h;
+    }
+    if (const auto* cut = std::get_if<Cut>(&block)) return cut->feed + cutHeight;
+    if (std::holds_alternative<Pulse>(block)) return pulseHeight;
+    if (const auto* page = std::get_if<Page>(&block)) return page->y + page->height + 8;
+    return noteHeight;
+}
+
+class SheetPainter {
+  public:
+    SheetPainter(QPainter& p, const Sheet& s) : p_(p), sheet_(s) {}
+
+    // The tags of unknown bytes take a band of their own above the line, so
+    // that they hide none of what the printer prints.
+    void line(const Line& line, int top) {
+        int markerEnd = -1000;
+        for (const Marker& m : line.markers) markerEnd = marker(m, top, markerEnd);
+        if (!line.markers.empty()) top += markerBand;
+        const int baseline = top + line.height;
+        for (const LineItem& item : line.items) {
+            if (const auto* run = std::get_if<TextRun>(&item))
+                text(*run, baseline);
+            else
+                bitImage(std::get<BitImage>(item), baseline);
+        }
+    }
+
+    void text(const TextRun& run, int baseline) {
+        const Style& s = run.style;
+        const int w = s.cellWidth(), h = s.cellHeight();
+        const int top = baseline - h;
+        const QString printed = run.text();
+        for (qsizetype i = 0; i < printed.size(); ++i) {
+            const int x = edge(run.x + int(i) * run.pitch);
+            const QImage& g = glyph(printed.at(i).unicode(), s.fontB, s.bold, s.reverse);
+            const QRect cell(x, top, w, h);
+            if (s.reverse && run.pitch > w) p_.fillRect(x + w, top, run.pitch - w, h, Qt::black);
+            if (s.upsideDown) {
+                p_.save();
+                p_.translate(cell.center() + QPointF(0.5, 0.5));
+                p_.rotate(180);
+                p_.drawImage(QRect(-w / 2, -h / 2, w, h), g);
+                p_.restore();
+            } else if (s.widthScale == 1 && s.heightScale == 1) {
+                p_.drawImage(cell.topLeft(), g);
+            } else {
+                p_.drawImage(cell, g);
+            }
+            if (s.underline)
+                p_.fillRect(x, baseline - s.underline, run.pitch, s.underline, Qt::black);
+        }
+    }
+
+    void bitImage(const BitImage& image, int baseline) {
+        const int top = baseline - image.height();
+        for (int col = 0; col < image.columns; ++col)
+            for (int row = 0; row < image.dotsPerColumn; ++row)
+                if (image.dot(col, row))
+                    p_.fillRect(edge(image.x + col * image.scaleX), top + row * image.scaleY,
+                                image.scaleX, image.scaleY, Qt::black);
+    }
+
+    // A small red tag with the bytes, hung at the top of the line; tags at
+    // the same place stand side by side. Returns where this one ends.
+    int marker(const Marker& m, int top, int previousEnd) {
+        p_.setFont(labelFont(11, true));
+        const QString label =
+            hexOf(m.bytes().left(8)) + (m.size > 8 ? QStringLiteral(" …") : QString());
+        const int width = p_.fontMetrics().horizontalAdvance(label) + 6;
+        const int x = std::max(edge(m.x), previousEnd + 2);
+        const QRect box(x, top + 1, width, 14);
+        p_.fillRect(box, QColor(255, 228, 228));
+        p_.setPen(markerColour);
+        p_.drawRect(box.adjusted(0, 0, -1, -1));
+        p_.drawText(box, Qt::AlignCenter, label);
+        return box.right();
+    }
+
+    void barcode(const Barcode& b, int top) {
+        if (!b.error.isEmpty()) {
+            remark(QStringLiteral("Code-barres %1 refusé : %2").arg(b.symbology, b.error), top,
+                   refusedHeight, markerColour);
+            return;
+        }
+        int y = top + 4;
+        const int hriH = hriHeight(b);
+        auto hriText = [&](int at) {
+            const int cell = b.hriFontB ? 9 : 12;
+            const int width = int(b.hri.size()) * cell;
+            int x = edge(b.x) + (b.width - width) / 2;
+            for (const QChar c : b.hri) {
+                p_.drawImage(QPoint(x, at), glyph(c.unicode(), b.hriFontB, false, false));
+                x += cell;
+            }
+        };
+        if (b.hriPosition & 1) {
+            hriText(y);
+            y += hriH + 4;
+        }
+        int x = edge(b.x);
+        bool bar = true;
+        for (const QChar e : b.pattern) {
+            const int w = elementDots(e, b.module);
+            if (bar) p_.fillRect(x, y, w, b.height, Qt::black);
+            x += w;
+            bar = !bar;
+        }
+        y += b.height + 4;
+        if (b.hriPosition & 2) hriText(y);
+    }
+
+    // The cut as the paper's edge: a dashed line, fully across or with the
+    // uncut bridge of a partial cut in the middle.
+    void cut(const Cut& c, int top) {
+        const int y = top + c.feed + cutHeight / 2;
+        QPen pen(remarkColour, 2, Qt::DashLine);
+        p_.setPen(pen);
+        const int w = sheet_.paperWidth;
+        if (c.partial) {
+            p_.drawLine(0, y, w / 2 - 24, y);
+            p_.drawLine(w / 2 + 24, y, w, y);
+        } else {
+            p_.drawLine(0, y, w, y);
+        }
+        p_.setFont(labelFont(13, true));
+        const QString label =
+            (c.partial ? QStringLiteral("✂ coupe partielle ") : QStringLiteral("✂ coupe totale ")) +
+            hexOf(c.bytes);
+        const int lw = p_.fontMetrics().horizontalAdvance(label) + 10;
+        const QRect box(w - lw - 8, y - 9, lw, 18);
+        p_.fillRect(box, Qt::white);
+        p_.drawText(box, Qt::AlignCenter, label);
+    }
+
+    void pulse(const Pulse& pulse, int top) {
+        const QRect box(sheet_.leftMargin, top + 4, std::min(sheet_.printableWidth, 460),
+                        pulseHeight - 8);
+        p_.setRenderHint(QPainter::Antialiasing, true);
+        QPainterPath path;
+        path.addRoundedRect(box, 8, 8);
+        p_.fillPath(path, QColor(255, 242, 190));
+        p_.setPen(QPen(QColor(170, 120, 0), 2));
+        p_.drawPath(path);
+        p_.setRenderHint(QPainter::Antialiasing, false);
+        p_.setFont(labelFont(14, true));
+        p_.setPen(QColor(110, 70, 0));
+        p_.drawText(box.adjusted(10, 0, -10, 0), Qt::AlignVCenter | Qt::AlignLeft,
+                    QStringLiteral("Tiroir : broche %1, %2 ms marche, %3 ms arrêt   (%4)")
+                        .arg(pulse.pin)
+                        .arg(pulse.onMs)
+                        .arg(pulse.offMs)
+                        .arg(hexOf(pulse.bytes)));
+    }
+
+    void page(const Page& page, int top) {
+        const QRect area(edge(page.x), top + page.y, page.width, page.height);
+        p_.setPen(QPen(QColor(120, 160, 220), 1, Qt::DotLine));
+        p_.drawRect(area.adjusted(0, 0, -1, -1));
+        p_.save();
+        p_.setClipRect(area);
+        for (const PageLine& l : page.lines) {
+            p_.save();
+            p_.translate(area.topLeft());
+            switch (l.direction) {
+                case 1:
+                    p_.translate(0, page.height);
+                    p_.rotate(-90);
+                    break;
+                case 2:
+                    p_.translate(page.width, page.height);
+                    p_.rotate(180);
+                    break;
+                case 3:
+                    p_.translate(page.width, 0);
+                    p_.rotate(90);
+                    break;
+                default:
+                    break;
+            }
+            // Items are placed from the start of the line, which in a page
+            // is the area's own origin, not the paper's margin.
+            p_.translate(-sheet_.leftMargin, 0);
+            line(l.line, l.v);
+            p_.restore();
+        }
+        p_.restore();
+    }
+
+    void remark(const QString& text, int top, int height, const QColor& colour) {
+        const QRect box(sheet_.leftMargin, top + 3, sheet_.printableWidth, height - 6);
+        p_.setPen(QPen(colour, 1, Qt::DashLine));
+        p_.drawRect(box.adjusted(0, 0, -1, -1));
+        p_.setFont(labelFont(13));
+        p_.drawText(box.adjusted(6, 0, -6, 0), Qt::AlignVCenter | Qt::AlignLeft,
+                    p_.fontMetrics().elidedText(text, Qt::ElideRight, box.width() - 12));
+    }
+
+  private:
+    int edge(int x) const { return sheet_.leftMargin + x; }
+
+    QPainter& p_;
+    const Sheet& sheet_;
+};
+
+}  // namespace
+
+namespace {
+
+// A sheet longer than a few metres is drawn up to there, with a note.
+constexpr int maxHeight = 32000;
+
+// How many blocks are drawn, and the picture's height.
+std::pair<size_t, int> layout(const Sheet& sheet) {
+    int height = topMargin + bottomMargin;
+    size_t drawn = 0;
+    for (; drawn < sheet.blocks.size(); ++drawn) {
+        const int h = blockHeight(sheet.blocks[drawn]);
+        if (height + h > maxHeight - noteHeight) break;
+        height += h;
+    }
+    if (drawn < sheet.blocks.size()) height += noteHeight;
+    return {drawn, height};
+}
+
+}  // namespace
+
+int sheetHeight(const Sheet& sheet) {
+    return layout(sheet).second;
+}
+
+QImage renderSheet(const Sheet& sheet) {
+    const auto [drawn, height] = layout(sheet);
+    const bool cut = drawn < sheet.blocks.size();
+    QImage image(sheet.paperWidth, height, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter p(&image);
+    SheetPainter painter(p, sheet);
+    int y = topMargin;
+    for (size_t i = 0; i < drawn; ++i) {
+        const Block& block = sheet.blocks[i];
+        if (const auto* line = std::get_if<Line>(&block))
+            painter.line(*line, y);
+        else if (const auto* b = std::get_if<Barcode>(&block))
+            painter.barcode(*b, y);
+        else if (const auto* c = std::get_if<Cut>(&block))
+            painter.cut(*c, y);
+        else if (const auto* pulse = std::get_if<Pulse>(&block))
+            painter.pulse(*pulse, y);
+        else if (const auto* page = std::get_if<Page>(&block))
+            painter.page(*page, y);
+        else if (const auto* note = std::get_if<Note>(&block))
+            painter.remark(note->text, y, noteHeight, remarkColour);
+        y += blockHeight(block);
+    }
+    if (cut)
+        painter.remark(QStringLiteral("… la suite de ce ticket (%1 éléments) n'est pas dessinée")
+                           .arg(sheet.blocks.size() - drawn),
+                       y, noteHeight, markerColour);
+    return image;
+}
+
+}  // namespace escpos

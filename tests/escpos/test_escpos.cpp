@@ -1,0 +1,195 @@
+// The virtual printer's reading of the tool's own bytes, as golden text
+// dumps and a few reference pictures, and the rules that no fixture reaches.
+#include <QtTest>
+
+#include "accent_advice.h"
+#include "escpos/barcodes.h"
+#include "escpos/decoder.h"
+#include "escpos/dump.h"
+#include "escpos/render.h"
+#include "fixtures.h"
+#include "support/golden.h"
+
+namespace {
+
+escpos::Document decode(const QByteArray& bytes, qsizetype piece = 0) {
+    escpos::Decoder decoder;
+    if (piece == 0) decoder.feed(bytes);
+    for (qsizetype i = 0; piece && i < bytes.size(); i += piece)
+        decoder.feed(QByteArrayView(bytes).sliced(i, std::min(piece, bytes.size() - i)));
+    decoder.finish();
+    return decoder.document();
+}
+
+// Share of pixels whose grey level differs by more than a quarter.
+double difference(const QImage& a, const QImage& b) {
+    if (a.size() != b.size()) return 1.0;
+    const QImage ga = a.convertToFormat(QImage::Format_Grayscale8);
+    const QImage gb = b.convertToFormat(QImage::Format_Grayscale8);
+    qint64 differing = 0;
+    for (int y = 0; y < ga.height(); ++y) {
+        const uchar* la = ga.constScanLine(y);
+        const uchar* lb = gb.constScanLine(y);
+        for (int x = 0; x < ga.width(); ++x) differing += std::abs(la[x] - lb[x]) > 64;
+    }
+    return double(differing) / (double(ga.width()) * ga.height());
+}
+
+}  // namespace
+
+class EscPos : public QObject {
+    Q_OBJECT
+  private slots:
+    void toolBytes_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("accents");
+        for (const Fixture& f : wireFixtures())
+            QTest::newRow(qPrintable(f.name)) << f.bytes << f.accents;
+    }
+    // The dump of every fixture is golden; the same bytes in pieces of one,
+    // seven and 64 bytes, as a serial line delivers them, give the same
+    // document.
+    void toolBytes() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, accents);
+        const escpos::Document doc = decode(bytes);
+        QString text = escpos::dump(doc);
+        if (accents) text += u'\n' + adviseAccents(doc.sheets.front()).text();
+        const QString name = QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".txt");
+        const QString mismatch = goldenMismatch(QStringLiteral("escpos"), name, text.toUtf8());
+        QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
+        for (const qsizetype piece : {1, 7, 64})
+            QCOMPARE(escpos::dump(decode(bytes, piece)), escpos::dump(doc));
+    }
+
+    void pictures_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        for (const Fixture& f : wireFixtures())
+            if (QStringList{"ticket_t16_mode0", "ticket_t16_mode2", "cheque5", "ean_serie",
+                            "graphique_usb"}
+                    .contains(f.name))
+                QTest::newRow(qPrintable(f.name)) << f.bytes;
+    }
+    // The first sheet drawn, against a picture that was looked at; fonts may
+    // differ a little from one machine to another.
+    void pictures() {
+        QFETCH(QByteArray, bytes);
+        const QImage image = escpos::renderSheet(decode(bytes).sheets.front());
+        const QString name = QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".png");
+        // The README's pictures, only when asked for.
+        if (const QString folder = qEnvironmentVariable("KALVO_SCREENSHOTS"); !folder.isEmpty())
+            image.save(QDir(folder).filePath(QStringLiteral("vprinter_") + name), "PNG");
+        const QByteArray reference = golden(QStringLiteral("escpos"), name);
+        if (reference.isEmpty()) {
+            QByteArray png;
+            QBuffer buffer(&png);
+            buffer.open(QIODevice::WriteOnly);
+            image.save(&buffer, "PNG");
+            QFAIL(qPrintable(goldenMismatch(QStringLiteral("escpos"), name, png)));
+        }
+        const double share = difference(image, QImage::fromData(reference, "PNG"));
+        QVERIFY2(share < 0.01,
+                 qPrintable(QStringLiteral("%1 % of the pixels differ").arg(share * 100)));
+    }
+
+    void barcodes_data() {
+        QTest::addColumn<int>("system");
+        QTest::addColumn<QByteArray>("data");
+        QTest::addColumn<QString>("hri");  // or the start of the refusal
+        QTest::addColumn<int>("modules");  // total width at one dot a module, 0 for two-width codes
+        QTest::newRow("UPC-A check digit added")
+            << 0 << QByteArray("03600029145") << "036000291452" << 95;
+        QTest::newRow("UPC-A wrong check digit")
+            << 65 << QByteArray("036000291453") << "!le chiffre de contrôle devrait être 2" << 0;
+        QTest::newRow("UPC-E") << 1 << QByteArray("0425261") << "04252614" << 51;
+        QTest::newRow("EAN13 form B") << 67 << QByteArray("327024114022") << "3270241140224" << 95;
+        QTest::newRow("EAN13 letters")
+            << 2 << QByteArray("32702411402A") << "!des chiffres seulement" << 0;
+        QTest::newRow("EAN8") << 3 << QByteArray("9638507") << "96385074" << 67;
+        QTest::newRow("CODE39 start and stop added") << 4 << QByteArray("AB-1") << "*AB-1*" << 0;
+        QTest::newRow("CODE39 lower case")
+            << 69 << QByteArray("ab") << "!caractère 61 hors de CODE39" << 0;
+        QTest::newRow("ITF odd count")
+            << 5 << QByteArray("123") << "!un nombre pair de chiffres" << 0;
+        QTest::newRow("CODABAR") << 71 << QByteArray("A40156B") << "A40156B" << 0;
+        QTest::newRow("CODABAR without stop")
+            << 6 << QByteArray("A40156") << "!commence et finit" << 0;
+        QTest::newRow("CODE93 check characters")
+            << 72 << QByteArray("TEST93") << "TEST93" << 9 * 10 + 1;
+        QTest::newRow("CODE128 set C")
+            << 73 << QByteArray("{C\x0c\x22\x38") << "123456" << 11 * 5 + 13;
+        QTest::newRow("CODE128 no set") << 73 << QByteArray("12") << "!les données commencent" << 0;
+        QTest::newRow("unknown system")
+            << 7 << QByteArray("1") << "!type de code-barres inconnu" << 0;
+    }
+    void barcodes() {
+        QFETCH(int, system);
+        QFETCH(QByteArray, data);
+        QFETCH(QString, hri);
+        QFETCH(int, modules);
+        const escpos::Barcode b = escpos::encodeBarcode(system, data);
+        if (hri.startsWith(u'!')) {
+            QVERIFY2(b.error.startsWith(hri.mid(1)), qPrintable(b.error));
+            return;
+        }
+        QVERIFY2(b.error.isEmpty(), qPrintable(b.error));
+        QCOMPARE(b.hri, hri);
+        if (modules) QCOMPARE(escpos::patternDots(b.pattern, 1), modules);
+        QCOMPARE(b.pattern.size() % 2, 1);  // starts and ends with a bar
+    }
+
+    // A table in which no mode prints the accents: the advice says what to change.
+    void adviceWithoutAGoodMode() {
+        const escpos::Document doc =
+            decode(QByteArray("\x1bt\x11"
+                              "Accents :  \x82\n"));
+        const AccentAdvice advice = adviseAccents(doc.sheets.front());
+        QCOMPARE(advice.table, 17);
+        QVERIFY2(advice.conclusion.startsWith(QStringLiteral("Conseil : aucun mode")),
+                 qPrintable(advice.text()));
+    }
+
+    void commands_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("line");  // a line the dump must hold
+        QTest::newRow("PC850") << QByteArray("\x1bt\x02\x82\x8a\n")
+                               << "ligne +30 @0 [PC850] \"éè\"";
+        QTest::newRow("PC858 euro")
+            << QByteArray("\x1bt\x13\xd5\n") << "ligne +30 @0 [PC858] \"€\"";
+        QTest::newRow("France") << QByteArray("\x1bR\x01@{}\n") << "ligne +30 @0 [France] \"àéè\"";
+        QTest::newRow("unknown ESC keeps the rest")
+            << QByteArray("\x1b~AB\n") << "ligne +30 @0 {1B 7E : commande inconnue} \"AB\"";
+        QTest::newRow("double size and centre") << QByteArray(
+                                                       "\x1b"
+                                                       "a1\x1d!\x11"
+                                                       "AB\n")
+                                                << "ligne +48 @264 [taille 2x2] \"AB\"";
+        QTest::newRow("partial cut with feed")
+            << QByteArray("\x1dVB\x14") << "coupe partielle après 20 points d'avance (1D 56 42 14)";
+        QTest::newRow("real-time pulse")
+            << QByteArray("\x10\x14\x01\x01\x03")
+            << "tiroir : impulsion broche 5, 300 ms marche, 300 ms arrêt (10 14 01 01 03)";
+        QTest::newRow("wrapped at the paper's width") << QByteArray(50, 'x') + '\n'
+                                                      << "ligne +30 @0 \"xx\"";
+        QTest::newRow("bar code cut short") << QByteArray(
+                                                   "\x1dk\x02"
+                                                   "123")
+                                            << "ligne +30 @0 {1D 6B 02 31 32 33 : commande "
+                                               "incomplète : il manque des octets à la fin}";
+        QTest::newRow("page never printed") << QByteArray("\x1bLAB")
+                                            << "page @0,0 576x1662 points (unités 1/203 x 1/203 "
+                                               "po), jamais imprimée : il manque FF";
+        QTest::newRow("image beyond the paper")
+            << QByteArray("\x1b*\x00\x2c\x01", 5) + QByteArray(300, '\xff') + '\n'
+            << "ligne +30 @0 [image ESC * 0 : 288 colonnes de 8 points, 2x3 → 576x24]";
+    }
+    void commands() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, line);
+        const QString text = escpos::dump(decode(bytes));
+        QVERIFY2(text.split(u'\n').contains(line), qPrintable(text));
+    }
+};
+
+QTEST_MAIN(EscPos)
+#include "test_escpos.moc"
