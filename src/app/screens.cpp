@@ -3,6 +3,7 @@
 #include "drawer/tirrro.h"
 #include "expert/form1.h"
 #include "guided/form2.h"
+#include "guided/selimp1.h"
 #include "guided/selimp4.h"
 #include "kitchen/nox_sei2.h"
 #include "labels/bienvenu015.h"
@@ -31,6 +32,9 @@ void registerScreens(ScreenRegistry& registry) {
     // The standard installation and the ticket on a system printer.
     add<selimp4>(registry, "selimp4");
     add<Form2>(registry, "Form2");
+
+    // The guided installation's choice of the printer family.
+    add<selimp1>(registry, "selimp1");
 
     // The label printer.
     add<etiqqq>(registry, "etiqqq");

@@ -105,7 +105,7 @@ void need(const std::vector<Token>& tokens, size_t count, int line) {
 const QStringList stepVerbs = {"start",  "open",    "fill",  "click", "dblclick", "choose",
                                "tick",   "select",  "timer", "key",   "read",     "wait",
                                "set",    "ask",     "bulle", "look",  "peek",     "screenshot",
-                               "unplug", "entries", "fire"};
+                               "unplug", "entries", "fire",  "call",  "close"};
 
 // ticketline N "text" "font" SIZE [bold] [italic] [underline]: a line of
 // W_FE1032.WDO as the sales program writes it.

@@ -273,6 +273,20 @@ void StepRunner::act(const Step& step, Screen& screen) {
         log_.add(QStringLiteral("screenshot %1").arg(step.args[0]));
         return;
     }
+    // The window's own close button, as the user closes a screen.
+    if (verb == QLatin1String("close")) {
+        screen.close();
+        return;
+    }
+    // A procedure of the screen that no control calls, by its name.
+    if (verb == QLatin1String("call")) {
+        if (step.args.isEmpty()) refuse(QStringLiteral("call needs a procedure"));
+        const QByteArray name = step.args[0].toLatin1();
+        if (screen.metaObject()->indexOfMethod(name + "()") < 0)
+            refuse(QStringLiteral("no procedure %1 on %2").arg(step.args[0], screen.objectName()));
+        screen.guard([&] { QMetaObject::invokeMethod(&screen, name.constData()); });
+        return;
+    }
     if (verb == QLatin1String("read") && step.args.value(0) == QLatin1String("bar")) {
         log_.add(QStringLiteral("read bar %1").arg(quoted(barOf(screen))));
         return;
