@@ -20,7 +20,6 @@
 #include "store/records.h"
 
 namespace {
-const QColor background(0xe6, 0xec, 0xf3);
 constexpr int formWidth = 960;
 constexpr int formHeight = 650;
 constexpr int left = 24;
@@ -75,7 +74,7 @@ Form2::Form2(Context& ctx) : Screen(ctx, QStringLiteral("Form2")) {
 void Form2::buildControls() {
     setWindowTitle(QStringLiteral("Parametrage imprimante ticket "));
     resize(formWidth, formHeight);
-    setBackground(*this, background);
+    setBackground(*this, screenBackground);
 
     addText(*this, QStringLiteral("Label1"),
             QStringLiteral("Vous utilisez une imprimante ticket installée en usb ou en parralle. "

@@ -16,7 +16,6 @@
 namespace {
 
 constexpr int yes = 6;
-const QColor background(0xe6, 0xec, 0xf3);
 constexpr int margin = 48;
 
 // One choice of the screen: its picture, its text, and the zone in front.
@@ -60,7 +59,7 @@ selimp1::selimp1(Context& ctx) : Screen(ctx, QStringLiteral("selimp1")) {
 void selimp1::buildControls() {
     setWindowTitle(QStringLiteral("Sélection de l'imprimante"));
     resize(designWidth, designHeight);
-    setBackground(*this, background);
+    setBackground(*this, screenBackground);
     addText(*this, QStringLiteral("Label1"),
             QStringLiteral("Pour mes tickets / Facturettes,  j'utilise ?"),
             QRect(margin, 40, 700, 36), {.pointSize = 20, .bold = true});

@@ -21,7 +21,6 @@
 #include "store/ticket_lines.h"
 
 namespace {
-const QColor background(0xe6, 0xec, 0xf3);
 constexpr int margin = 48;
 constexpr double centreX = 1850;  // twips: the middle of an 80 mm roll
 
@@ -43,7 +42,7 @@ selimp4::selimp4(Context& ctx) : Screen(ctx, QStringLiteral("selimp4")) {
 void selimp4::buildControls() {
     setWindowTitle(QStringLiteral("Installation facile standardisée"));
     resize(designWidth, designHeight);
-    setBackground(*this, background);
+    setBackground(*this, screenBackground);
 
     addText(*this, QStringLiteral("Label1"), QStringLiteral("Installation facile standardisée"),
             QRect(margin, 44, 560, 36), {.pointSize = 20, .bold = true});

@@ -2,6 +2,7 @@
 
 #include "labels/bienvenu015_formats.h"
 #include "shell/colours.h"
+#include "shell/form_parts.h"
 #include "shell/placing.h"
 #include "shell/screen.h"
 #include "shell/shape.h"
@@ -19,15 +20,8 @@ constexpr int textTop = cardTop + cardHeight + 8;
 
 QLabel* text(Screen& form, const QString& name, const QString& caption, QRect where, int pointSize,
              bool bold = false, Qt::Alignment align = Qt::AlignLeft | Qt::AlignTop) {
-    auto* label = form.make<QLabel>(name);
-    label->setText(caption);
-    label->setGeometry(where);
-    label->setWordWrap(true);
-    label->setAlignment(align);
-    QFont font(QStringLiteral("Arial"), pointSize);
-    font.setBold(bold);
-    label->setFont(font);
-    return label;
+    return addText(form, name, caption, where,
+                   {.pointSize = pointSize, .bold = bold, .align = align});
 }
 
 // One format: its frame, its picture in front of it, its text below.
@@ -53,10 +47,7 @@ void format(Screen& form, const InvoiceFormat& f, int left) {
 }  // namespace
 
 void build(Screen& form) {
-    form.setAutoFillBackground(true);
-    QPalette palette = form.palette();
-    palette.setColor(QPalette::Window, QColor(0xE6, 0xEC, 0xF3));
-    form.setPalette(palette);
+    setBackground(form, screenBackground);
 
     text(form, QStringLiteral("Label1"),
          QStringLiteral("Aide à l'installation de votre logiciel de Caisse"),

@@ -35,7 +35,7 @@ etiqqq::etiqqq(Context& ctx) : Screen(ctx, QStringLiteral("etiqqq")) {
 void etiqqq::buildControls() {
     setWindowTitle(QStringLiteral("Paramétrage d'une étiquetteuse"));
     resize(formWidth, formHeight);
-    setBackground(*this, background);
+    setBackground(*this, screenBackground);
 
     addText(*this, QStringLiteral("Label1"), QStringLiteral("Paramétrage d'une étiquetteuse"),
             QRect(margin, 44, 520, 34), {.pointSize = 18, .bold = true});
@@ -80,8 +80,7 @@ void etiqqq::buildControls() {
     Check1 = make<QCheckBox>(QStringLiteral("Check1"));
     Check1->setTristate(true);
     Check1->hide();
-    connect(Check1, &QCheckBox::stateChanged, this,
-            [this] { guard([&] { affiche_bouton(); }); });
+    connect(Check1, &QCheckBox::stateChanged, this, [this] { guard([&] { affiche_bouton(); }); });
 
     Image2 = make<ClickLabel>(QStringLiteral("Image2"));
     Image2->setGeometry(formWidth - margin - 72, formHeight - margin - 72, 72, 72);
@@ -93,13 +92,11 @@ void etiqqq::buildControls() {
     Command1 = make<QPushButton>(QStringLiteral("Command1"));
     Command1->setText(QStringLiteral("par defaut "));
     Command1->hide();
-    connect(Command1, &QPushButton::clicked, this,
-            [this] { guard([&] { Command1_Click(); }); });
+    connect(Command1, &QPushButton::clicked, this, [this] { guard([&] { Command1_Click(); }); });
     Command2 = make<QPushButton>(QStringLiteral("Command2"));
     Command2->setText(QStringLiteral("Command2"));
     Command2->hide();
-    connect(Command2, &QPushButton::clicked, this,
-            [this] { guard([&] { Command2_Click(); }); });
+    connect(Command2, &QPushButton::clicked, this, [this] { guard([&] { Command2_Click(); }); });
 }
 
 // Every statement of the load is skipped when it fails.

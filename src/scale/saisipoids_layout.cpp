@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 
+#include "shell/form_parts.h"
 #include "shell/placing.h"
 #include "shell/screen.h"
 
@@ -99,10 +100,7 @@ void keypad(Screen& form) {
 }  // namespace
 
 void build(Screen& form) {
-    form.setAutoFillBackground(true);
-    QPalette palette = form.palette();
-    palette.setColor(QPalette::Window, QColor(0xE6, 0xEC, 0xF3));
-    form.setPalette(palette);
+    setBackground(form, screenBackground);
 
     text(form, "Label5", QStringLiteral("Saisissez la Quantité"), QRect(margin, 40, 600, 32), 18,
          true);

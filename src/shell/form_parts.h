@@ -17,6 +17,9 @@ struct TextStyle {
     QColor colour = QColor();  // invalid: the palette's
 };
 
+// The light blue-grey behind every full screen of the tool.
+inline const QColor screenBackground{0xe6, 0xec, 0xf3};
+
 QLabel* addText(Screen& form, const QString& name, const QString& text, const QRect& where,
                 const TextStyle& style = {});
 // A rounded panel painted behind the controls that stand on it.

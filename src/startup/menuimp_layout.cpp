@@ -1,8 +1,8 @@
 #include "startup/menuimp_layout.h"
 
 #include <QFont>
-#include <QPainter>
 
+#include "shell/form_parts.h"
 #include "shell/placing.h"
 #include "shell/screen.h"
 
@@ -13,16 +13,8 @@ constexpr int margin = 48;  // inside the frame's 32-pixel border
 
 QLabel* text(Screen& form, const char* name, const QString& caption, QRect where,
              int pointSize = 10, bool bold = false) {
-    auto* label = form.make<QLabel>(QString::fromLatin1(name));
-    label->setText(caption);
-    label->setGeometry(where);
-    label->setWordWrap(true);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    QFont font = label->font();
-    font.setPointSize(pointSize);
-    font.setBold(bold);
-    label->setFont(font);
-    return label;
+    return addText(form, QString::fromLatin1(name), caption, where,
+                   {.pointSize = pointSize, .bold = bold});
 }
 
 QLabel* picture(Screen& form, const char* name, QRect where) {
@@ -32,29 +24,8 @@ QLabel* picture(Screen& form, const char* name, QRect where) {
     return image;
 }
 
-// A card behind a group of texts: a rounded panel painted directly, which
-// costs far less at start-up than a style sheet.
-class Card : public QWidget {
-  public:
-    Card(QWidget* parent, QColor fill) : QWidget(parent), fill_(fill) {}
-
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QColor(0xb8, 0xc4, 0xd0));
-        painter.setBrush(fill_);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 10, 10);
-    }
-
-  private:
-    QColor fill_;
-};
-
 void panel(Screen& form, const char* name, QRect where, QColor fill) {
-    auto* card = new Card(&form, fill);
-    card->setObjectName(QString::fromLatin1(name));
-    card->setGeometry(where);
+    addCard(form, where, fill)->setObjectName(QString::fromLatin1(name));
 }
 
 // One of the two kinds of printer: a title, what it covers, and its picture
@@ -87,10 +58,7 @@ void choice(Screen& form, QRect where, const char* image, const char* titleName,
 }  // namespace
 
 void build(Screen& form) {
-    form.setAutoFillBackground(true);
-    QPalette palette = form.palette();
-    palette.setColor(QPalette::Window, QColor(0xe6, 0xec, 0xf3));
-    form.setPalette(palette);
+    setBackground(form, screenBackground);
 
     text(form, "Label1", QStringLiteral("Paramétrage de votre imprimante principale"),
          QRect(margin, 44, 600, 36), 20, true);
