@@ -103,11 +103,3 @@ QStringList cutPieces(const QStringList& fields) {
 bool isBlankPiece(const QString& piece) {
     return piece == QStringLiteral("   ");
 }
-
-QList<QByteArray> cutBytes(const QStringList& fields) {
-    QList<QByteArray> writes;
-    for (const QString& piece : cutPieces(fields)) {
-        if (!isBlankPiece(piece)) writes << QByteArray(1, codeByte(piece));
-    }
-    return writes;
-}

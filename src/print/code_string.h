@@ -31,7 +31,3 @@ QByteArray codeBytes(const QStringList& fields);
 // blanks is one byte, written at once.
 QStringList cutPieces(const QStringList& fields);
 bool isBlankPiece(const QString& piece);
-// The same as whole writes, one byte each, the last one the 0 of the empty
-// sixth piece; throws at the first piece that does not fit a byte. The blank
-// and line feed that follow are the caller's.
-QList<QByteArray> cutBytes(const QStringList& fields);

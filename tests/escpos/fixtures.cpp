@@ -2,12 +2,12 @@
 
 #include <QDate>
 
+#include "expert/printer_presets.h"
 #include "expert/test_jobs.h"
 #include "print/channels.h"
 #include "print/code_string.h"
 #include "print/mscomm.h"
 #include "print/standard_ticket.h"
-#include "expert/printer_presets.h"
 #include "support/test_platform.h"
 
 namespace {
@@ -71,9 +71,14 @@ std::vector<Fixture> wireFixtures() {
         out.push_back({QStringLiteral("cheque%1").arg(n),
                        serial(test_jobs::cheque(n, QDate(2026, 11, 16)), 0)});
 
-    // The cut of the standard preset alone, with the 0 of its empty sixth
-    // piece and the blank line behind it.
-    out.push_back({QStringLiteral("cut"), cutBytes(f.cut).join() + " \n"});
+    // The cut of the standard preset as the ticket ends with it: a byte a
+    // piece, the 0 of its empty sixth piece, and the blank line behind it.
+    TicketFields withCut = f;
+    withCut.cutWanted = true;
+    const std::vector<Write> writes = composeTestTicket(withCut).writes;
+    QByteArray cut;
+    for (auto w = writes.end() - 5; w != writes.end(); ++w) cut += w->bytes;
+    out.push_back({QStringLiteral("cut"), cut});
     // The drawer codes of the two serial presets, as the sales program sends them.
     QByteArray pulses;
     for (const char* button : {"Command3", "Command5(0)"})
