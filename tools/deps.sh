@@ -9,6 +9,9 @@ KALVO_DEPS=(
     cups printer-driver-cups-pdf poppler-utils
     xvfb xauth x11-utils
     clang libclang-rt-14-dev
+    libzint-dev zxing-cpp-tools fonts-vlgothic
+    strace lintian umockdev libumockdev-dev
+    wine wine64 gcc-mingw-w64-x86-64
 )
 
 kalvo_missing_deps() {
