@@ -74,8 +74,8 @@ class TestLauncher : public QObject {
 
     void findsTheSalesProgramFolders() {
         const QStringList found = findDataDirs(places_);
-        QCOMPARE(found, QStringList({prefixed(), home() + "/.wine/drive_c/1/2/3/4/5/6/7/8", caisse(),
-                                     magasin()}));
+        QCOMPARE(found, QStringList({prefixed(), home() + "/.wine/drive_c/1/2/3/4/5/6/7/8",
+                                     caisse(), magasin()}));
     }
 
     // The till's setting first, then the user's; a setting that names a
@@ -112,8 +112,10 @@ class TestLauncher : public QObject {
             const bool yes = asked++ > 0;
             whenShown<QMessageBox>([yes](QMessageBox* box) {
                 QVERIFY(box->text().contains(QStringLiteral("ne contient pas w_cai020.wdo")));
-                if (yes) box->button(QMessageBox::Yes)->click();
-                else box->defaultButton()->click();
+                if (yes)
+                    box->button(QMessageBox::Yes)->click();
+                else
+                    box->defaultButton()->click();
             });
             return home();
         };

@@ -1,12 +1,10 @@
-// umockdev's GLib headers before any of Qt's, whose "signals" keyword
-// would clash with them.
+#include "mock_printer.h"
+
 #include <errno.h>
 #include <glib/gstdio.h>
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
 #include <umockdev.h>
-
-#include "mock_printer.h"
 
 namespace {
 
@@ -129,9 +127,9 @@ int MockPrinter::onIoctl(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockPr
     switch (umockdev_ioctl_client_get_request(client)) {
         case USBDEVFS_GET_CAPABILITIES: {
             UMockdevIoctlData* caps = umockdev_ioctl_data_resolve(arg, 0, sizeof(guint32), nullptr);
-            *reinterpret_cast<guint32*>(caps->data) =
-                USBDEVFS_CAP_BULK_CONTINUATION | USBDEVFS_CAP_NO_PACKET_SIZE_LIM |
-                USBDEVFS_CAP_REAP_AFTER_DISCONNECT;
+            *reinterpret_cast<guint32*>(caps->data) = USBDEVFS_CAP_BULK_CONTINUATION |
+                                                      USBDEVFS_CAP_NO_PACKET_SIZE_LIM |
+                                                      USBDEVFS_CAP_REAP_AFTER_DISCONNECT;
             g_object_unref(caps);
             umockdev_ioctl_client_complete(client, 0, 0);
             return TRUE;
@@ -140,8 +138,7 @@ int MockPrinter::onIoctl(UMockdevIoctlBase*, UMockdevIoctlClient* client, MockPr
         case USBDEVFS_RELEASEINTERFACE:
         case USBDEVFS_DISCONNECT_CLAIM:
         case USBDEVFS_SETINTERFACE:
-            umockdev_ioctl_client_complete(client, self->gone_ ? -1 : 0,
-                                           self->gone_ ? ENODEV : 0);
+            umockdev_ioctl_client_complete(client, self->gone_ ? -1 : 0, self->gone_ ? ENODEV : 0);
             return TRUE;
         case USBDEVFS_GETDRIVER:
         case USBDEVFS_IOCTL:

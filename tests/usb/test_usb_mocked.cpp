@@ -43,7 +43,7 @@ class TestUsbMocked : public QObject {
     Job ticket_ = composeTestTicket(standardTicketFields());
     QByteArray golden_ = golden("print", "ticket_standard.bin");
 
-  private slots:
+  private Q_SLOTS:
     void initTestCase() {
         QVERIFY2(qEnvironmentVariable("LD_PRELOAD").contains("umockdev"),
                  "run under umockdev-wrapper");
