@@ -4,8 +4,9 @@
 # unpacked into a clean folder. Under a virtual X server the menu entry's
 # launcher first asks for the data directory, then, once it is set, becomes
 # the program in the sales program's folder under a Wine prefix: it creates
-# its files there and shows its first screen; its USB libraries load by name
-# from its own folder.
+# its files there and shows its first screen; a launch word left in the
+# mailbox is consumed through it as when the program is started directly.
+# The USB libraries load by name from the program's own folder.
 set -euo pipefail
 build=$1
 probe=$2
@@ -106,3 +107,14 @@ cd "$data"
 [ "$(stat -c %s switch63.wdo)" = 1024 ] || { echo "FAIL: switch63.wdo" >&2; exit 1; }
 [ -s w_cai020.wdo ] || { echo "FAIL: w_cai020.wdo" >&2; exit 1; }
 echo "files in $data: $(ls | tr '\n' ' ')"
+
+# A launch word left by the sales program works the same through the
+# launcher: "#BALANCE#" only consumes itself, and the program ends.
+kill "$tool_pid"
+wait "$tool_pid" 2>/dev/null || true
+printf '%-20s' '#BALANCE#' | dd of=WFICH142.WDO bs=20 seek=194 conv=notrunc status=none
+cd "$work"
+timeout 30 "$root$launcher" || { echo "FAIL: the launch word did not end the program" >&2; exit 1; }
+[ "$(dd if="$data/WFICH142.WDO" bs=20 skip=194 count=1 status=none)" = "$(printf '%20s' '')" ] ||
+    { echo "FAIL: record 195 not cleared" >&2; exit 1; }
+echo "launch word #BALANCE# through the launcher: consumed, program ended"
