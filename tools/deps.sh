@@ -10,7 +10,7 @@ KALVO_DEPS=(
     xvfb xauth x11-utils
     clang libclang-rt-14-dev
     libzint-dev zxing-cpp-tools fonts-vlgothic
-    strace lintian umockdev libumockdev-dev
+    strace lintian umockdev libumockdev-dev udev
     wine wine64 gcc-mingw-w64-x86-64
 )
 
