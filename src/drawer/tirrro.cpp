@@ -7,11 +7,11 @@
 
 #include "drawer/drawer_pulse.h"
 #include "print/port_parameter_string.h"
-#include "shell/tick_box.h"
 #include "shell/button_bar.h"
 #include "shell/context.h"
 #include "shell/image_banks.h"
 #include "shell/placing.h"
+#include "shell/tick_box.h"
 #include "store/codec.h"
 #include "store/failure.h"
 #include "store/numeric.h"

@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QPainter>
 
-#include "shell/tick_box.h"
 #include "shell/button_bar.h"
 #include "shell/choix_printer.h"
 #include "shell/context.h"
@@ -12,6 +11,7 @@
 #include "shell/image_banks.h"
 #include "shell/placing.h"
 #include "shell/printer_object.h"
+#include "shell/tick_box.h"
 #include "store/codec.h"
 #include "store/failure.h"
 #include "store/fixed_string.h"

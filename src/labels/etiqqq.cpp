@@ -6,7 +6,6 @@
 #include <QPixmap>
 #include <QPushButton>
 
-#include "shell/tick_box.h"
 #include "shell/choix_printer.h"
 #include "shell/context.h"
 #include "shell/form_parts.h"
@@ -14,6 +13,7 @@
 #include "shell/placing.h"
 #include "shell/printer_object.h"
 #include "shell/system_printers.h"
+#include "shell/tick_box.h"
 #include "store/failure.h"
 #include "store/numeric.h"
 #include "store/param_table.h"
@@ -174,9 +174,9 @@ void etiqqq::Image2_Click() {
 }
 
 void etiqqq::annule_etiq() {
-    if (ctx.form97(QString::fromUtf8(
-                       "ON|Confirmez que vous n'utilisez pas d'étiquetteuse spécifique ?"),
-                   4) != 6)
+    if (ctx.form97(
+            QString::fromUtf8("ON|Confirmez que vous n'utilisez pas d'étiquetteuse spécifique ?"),
+            4) != 6)
         return;
     ctx.put(rec::labelPrinterUsed, " ");
     close();

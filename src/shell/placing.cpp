@@ -19,16 +19,30 @@ int screenWidthOf(const QWidget& form) {
     return screen ? screen->geometry().width() : designWidth;
 }
 
-// The window system's frame around the window (title bar and borders), as
-// far as it is known: nothing before the window exists.
+// The frame that the window system gives a framed window, learnt once from a
+// window made for that purpose and never shown (nothing where the window
+// system frames a window only once it is shown).
+QMargins usualFrame() {
+    static const QMargins frame = [] {
+        QWidget probe;
+        probe.winId();  // makes the window, unshown
+        return probe.windowHandle() ? probe.windowHandle()->frameMargins() : QMargins();
+    }();
+    return frame;
+}
+
+// The window system's frame around the window (title bar and borders): the
+// window's own once it exists, the usual one before.
 QMargins frameOf(const QWidget& form) {
-    const QWindow* window = form.isWindow() ? form.windowHandle() : nullptr;
-    return window ? window->frameMargins() : QMargins();
+    if (!form.isWindow()) return {};
+    if (const QWindow* window = form.windowHandle()) return window->frameMargins();
+    return form.windowFlags() & Qt::FramelessWindowHint ? QMargins() : usualFrame();
 }
 
 // Places the window again when the window system makes its frame known or
-// changes it (the window shown, then framed), so that the outer size and
-// place stay those asked for; a window that the user moves stays moved.
+// changes it (as the window is made, or framed once shown), so that the outer
+// size and place stay those asked for; a window that the user moves stays
+// moved.
 class FrameWatcher : public QObject {
   public:
     FrameWatcher(QWidget& form, std::function<void()> place)
@@ -44,7 +58,8 @@ class FrameWatcher : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         const QEvent::Type type = event->type();
         if (watched == &form_ &&
-            (type == QEvent::Show || type == QEvent::Move || type == QEvent::Resize) &&
+            (type == QEvent::WinIdChange || type == QEvent::Show || type == QEvent::Move ||
+             type == QEvent::Resize) &&
             frameOf(form_) != used_)
             placeNow();
         return false;
@@ -55,6 +70,16 @@ class FrameWatcher : public QObject {
     std::function<void()> place_;
     QMargins used_;
 };
+
+// Puts the frame's top left corner there (move() takes a window's place as
+// its frame's until the window is made, then through the window itself).
+void moveFrameTo(QWidget& form, QPoint at) {
+    QWindow* window = form.isWindow() ? form.windowHandle() : nullptr;
+    if (window && form.testAttribute(Qt::WA_WState_Created))
+        window->setFramePosition(at);
+    else
+        form.move(at);
+}
 
 // Runs the placing now and again whenever the frame changes; the last
 // placing asked for wins.
@@ -79,7 +104,7 @@ void place_ecran(QWidget& form, int screenWidth) {
         const QMargins frame = frameOf(form);
         form.resize(designWidth - frame.left() - frame.right(),
                     designHeight - frame.top() - frame.bottom());
-        form.move((screenWidth - designWidth) / 2, 0);
+        moveFrameTo(form, QPoint((screenWidth - designWidth) / 2, 0));
     });
     form.raise();
 }
@@ -94,7 +119,7 @@ void centre_ecran(QWidget& form, int screenWidth) {
         const QMargins frame = frameOf(form);
         const int width = form.width() + frame.left() + frame.right();
         const int height = form.height() + frame.top() + frame.bottom();
-        form.move((screenWidth - width) / 2, (designHeight - height) / 2);
+        moveFrameTo(form, QPoint((screenWidth - width) / 2, (designHeight - height) / 2));
     });
 }
 

@@ -2,10 +2,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCloseEvent>
-#include <QPointer>
-#include <QWindow>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QCursor>
 #include <QDir>
@@ -14,11 +12,13 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QRadioButton>
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 #include <QTimerEvent>
+#include <QWindow>
 #include <stdexcept>
 
 #include "describe.h"

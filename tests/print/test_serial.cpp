@@ -102,7 +102,8 @@ class TestSerial : public QObject {
             {"9600,M,7,1", QSerialPort::MarkParity},  {"9600,s,7,1", QSerialPort::SpaceParity},
             {"9600,S,7,1", QSerialPort::SpaceParity},
         };
-        for (const auto& [text, parity] : rows) QTest::addRow("%s", text) << QString(text) << int(parity);
+        for (const auto& [text, parity] : rows)
+            QTest::addRow("%s", text) << QString(text) << int(parity);
     }
     void parityLetters() {
         QFETCH(QString, settings);
