@@ -24,9 +24,9 @@ int main(int, char** argv) {
 
     // The program ends only by its own ending (files closed, process ended):
     // a window that the user closes is that screen's cancel, and never ends
-    // the run by itself.
+    // the run by itself. The menu's load is the whole start-up; it may end
+    // the program itself.
     QApplication::setQuitOnLastWindowClosed(false);
-    // The menu's load is the whole start-up; it may end the program itself.
     ui.showScreen(QStringLiteral("menuimp"), false);
     return QApplication::exec();
 }
