@@ -22,11 +22,11 @@ int main(int, char** argv) {
     Context ctx(platform, ui);
     ui.attach(ctx);
 
-    // The menu's load is the whole start-up; it may end the program itself.
+    // The program ends only by its own ending (files closed, process ended):
+    // a window that the user closes is that screen's cancel, and never ends
+    // the run by itself. The menu's load is the whole start-up; it may end
+    // the program itself.
     QApplication::setQuitOnLastWindowClosed(false);
     ui.showScreen(QStringLiteral("menuimp"), false);
-    // From now on, the user closing the last window ends the program as "Fin"
-    // does: files closed, process ended.
-    QObject::connect(&app, &QGuiApplication::lastWindowClosed, &app, [&ui] { ui.endProgram(); });
     return QApplication::exec();
 }

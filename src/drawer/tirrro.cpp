@@ -11,6 +11,7 @@
 #include "shell/context.h"
 #include "shell/image_banks.h"
 #include "shell/placing.h"
+#include "shell/tick_box.h"
 #include "store/codec.h"
 #include "store/failure.h"
 #include "store/numeric.h"
@@ -181,30 +182,24 @@ QString tirrro::recordText(const RecordRef& r) {
 }
 
 int tirrro::check1() const {
-    return Check1->checkState() == Qt::Checked            ? 1
-           : Check1->checkState() == Qt::PartiallyChecked ? 2
-                                                          : 0;
+    return tickValue(*Check1);
 }
 
-// A tick box holds 0, 1 or 2 (grey); any other value fails.
-void tirrro::setCheck1(int value) {
-    if (value < 0 || value > 2) throw Failure(QStringLiteral("Valeur de propriété non valide"));
-    Check1->setCheckState(value == 0   ? Qt::Unchecked
-                          : value == 1 ? Qt::Checked
-                                       : Qt::PartiallyChecked);
+void tirrro::setCheck1(double value) {
+    setTickValue(*Check1, value);
 }
 
 // A failing step ends the routine: the controls after it keep what they hold.
 void tirrro::decode_serie() {
     const QString port = recordText(rec::drawerPort);
-    setCheck1(int(numericValue(port.left(1))));
+    setCheck1(numericValue(port.left(1)));
     int number = int(numericValue(port.mid(2, 2)));
     if (number < 1 || number > 12) number = 1;
     Combo10->setCurrentIndex(number - 1);
 
     double wait = numericValue(recordText(rec::drawerPulseMs));
     if (wait < shortestWait || wait > longestWait) wait = usualWait;
-    Text11->setText(QString::number(qRound64(wait)));
+    Text11->setText(formatZero(wait));
 
     const QString opening = recordText(rec::drawerClose);
     const QString closing = recordText(rec::drawerOpen);

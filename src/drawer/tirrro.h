@@ -41,5 +41,5 @@ class tirrro : public Screen {
     SettingsLists settingsLists() const { return {Combo1, Combo2, Combo3, combo4}; }
     QString recordText(const RecordRef& r);
     int check1() const;
-    void setCheck1(int value);
+    void setCheck1(double value);
 };

@@ -17,6 +17,8 @@ class Form1 : public PrinterForm {
 
     void load() override;
     void bt_prog_Click(int index) override;
+    // Closed by the window system: the closing questions, as "Fin".
+    void closeRequested() override { quitte_expert(); }
 
     // The bar's actions.
     void quitte_expert();

@@ -14,6 +14,7 @@
 #include "shell/button_bar.h"
 #include "shell/context.h"
 #include "shell/placing.h"
+#include "shell/tick_box.h"
 #include "store/codec.h"
 #include "store/failure.h"
 #include "store/fixed_string.h"
@@ -30,24 +31,11 @@ PrinterForm::PrinterForm(Context& ctx, PrinterFormVariant variant)
 }
 
 int PrinterForm::check2() const {
-    if (!Check2) return 0;
-    switch (Check2->checkState()) {
-        case Qt::Unchecked:
-            return 0;
-        case Qt::Checked:
-            return 1;
-        case Qt::PartiallyChecked:
-            return 2;
-    }
-    return 0;
+    return Check2 ? tickValue(*Check2) : 0;
 }
 
 void PrinterForm::setCheck2(int value) {
-    if (!Check2) return;
-    if (value < 0 || value > 2) throw Failure(QStringLiteral("Valeur de propriété non valide"));
-    Check2->setCheckState(value == 0   ? Qt::Unchecked
-                          : value == 1 ? Qt::Checked
-                                       : Qt::PartiallyChecked);
+    if (Check2) setTickValue(*Check2, value);
 }
 
 QStringList PrinterForm::texts(const std::map<int, QLineEdit*>& array, int first, int count) const {
@@ -155,12 +143,7 @@ void PrinterForm::loadRecords() {
         if (variant_.usb) setCheck2(qAbs(numericInt16(codec::fromBytes(kind))));
     });
     if (variant_.drawer) {
-        skip([&] {
-            const double tick = numericValue(record(rec::drawerOnPrinter));
-            if (tick < 0 || tick > 1)
-                throw Failure(QStringLiteral("Valeur de propriété non valide"));
-            Check111->setChecked(tick == 1);
-        });
+        skip([&] { setTickValue(*Check111, numericValue(record(rec::drawerOnPrinter))); });
         for (int i = 0; i <= 10; ++i)
             skip([&] {
                 const QByteArray r =
@@ -209,7 +192,7 @@ void PrinterForm::saveRecords() {
     savePlain(rec::accentMode, Combo1->currentText().left(1));
     savePlain(rec::feedLines, Text4->text().trimmed());
     if (variant_.drawer) {
-        store(rec::drawerOnPrinter, Check111->isChecked() ? " 1" : " 0");
+        store(rec::drawerOnPrinter, " " + QByteArray::number(tickValue(*Check111)));
         for (int i = 0; i <= 10; ++i)
             store(RecordRef{rec::drawerOnPrinter.file, rec::drawerPulseFirst + i},
                   writeDrawerField(Text1.at(i)->text()));

@@ -11,6 +11,7 @@
 #include "shell/image_banks.h"
 #include "shell/placing.h"
 #include "shell/printer_object.h"
+#include "shell/tick_box.h"
 #include "store/codec.h"
 #include "store/failure.h"
 #include "store/fixed_string.h"
@@ -200,19 +201,11 @@ void Form2::loadRecords() {
     QByteArray font;
     skip([&] { font = sales(rec::defaultPrinterFont.number); });
     const double stored = numericValue(font);
-    const qint16 size = stored < 6 || stored > 24 ? 9 : toInt16(stored);
-    Combo1->setEditText(QString::number(size));
-    skip([&] {
-        const double bold = numericValue(font.mid(10));
-        if (bold != 0 && bold != 1) throw Failure(QStringLiteral("Valeur de propriété non valide"));
-        Check1->setChecked(bold == 1);
-    });
-    skip([&] {
-        Combo2->setEditText(QString::number(toInt32(numericValue(sales(rec::leftMargin.number)))));
-    });
-    skip([&] {
-        Combo3->setEditText(QString::number(toInt32(numericValue(sales(rec::feedLines.number)))));
-    });
+    Combo1->setEditText(stored < 6 || stored > 24 ? QStringLiteral("9") : formatZero(stored));
+    skip([&] { setTickValue(*Check1, numericValue(font.mid(10))); });
+    // Any size of number, as the store reads it: no limit applies here.
+    skip([&] { Combo2->setEditText(formatZero(numericValue(sales(rec::leftMargin.number)))); });
+    skip([&] { Combo3->setEditText(formatZero(numericValue(sales(rec::feedLines.number)))); });
 }
 
 void Form2::bt_prog_Click(int index) {
@@ -231,7 +224,7 @@ void Form2::test_form2() {
     skip([&] { printer = &ctx.Printer(); });
     if (!printer) return;
     skip([&] { printer->setFontName(QStringLiteral("Courier new")); });
-    printer->setFontBold(Check1->isChecked());
+    printer->setFontBold(tickValue(*Check1) != 0);
     skip([&] { printer->setFontSize(numericValue(Combo1->currentText())); });
     QString blanks;
     skip([&] { blanks = QString(qMax<qint16>(0, numericInt16(Combo2->currentText())), ' '); });
@@ -252,7 +245,7 @@ void Form2::valide_form2() {
         ctx.store.put(files::networkTill, number, value);
     };
     FixedString font(files::recordLength, codec::toBytes(Combo1->currentText()));
-    font.replace(10, Check1->isChecked() ? ":1" : ":0");
+    font.replace(10, ":" + QByteArray::number(tickValue(*Check1)));
     both(rec::defaultPrinterFont.number, font.bytes());
     both(rec::leftMargin.number, codec::toBytes(Combo2->currentText()));
     both(rec::feedLines.number, codec::toBytes(Combo3->currentText()));

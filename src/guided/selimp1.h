@@ -12,6 +12,9 @@ class selimp1 : public Screen {
     explicit selimp1(Context& ctx);
     void load() override;
     void bt_prog_Click(int index) override;
+    // Closed by the window system: its only way out, "Valider", which writes
+    // nothing and ends the program.
+    void closeRequested() override { fin_auto(); }
 
     // The zones in front of the three choices.
     void Label3_Click();  // a USB ticket printer

@@ -12,6 +12,9 @@ class nox_sei2 : public PrinterForm {
 
     void load() override;
     void bt_prog_Click(int index) override;
+    // Closed by the window system: as "Fin", which saves and gives the place
+    // back to Form1.
+    void closeRequested() override { fin_cuisine(); }
 
     void fin_cuisine();
     void imprime_cuisine();

@@ -26,11 +26,8 @@ constexpr double highestMargin = 150;
 constexpr int unselected = 0xE0E0E0;
 constexpr int selected = 0x0000FF;  // red, in blue-green-red order
 
-// A number in the format "0": rounded half away from zero, no decimals, and
-// no sign on a value that rounds to nothing.
 QByteArray wholeText(double value) {
-    const double rounded = std::round(value);
-    return QByteArray::number(rounded == 0 ? 0.0 : rounded, 'f', 0);
+    return formatZero(value).toLatin1();
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "shell/placing.h"
 #include "shell/printer_object.h"
 #include "shell/system_printers.h"
+#include "shell/tick_box.h"
 #include "store/failure.h"
 #include "store/numeric.h"
 #include "store/param_table.h"
@@ -112,7 +113,7 @@ void etiqqq::load() {
     skip([&] { ctx.chaine_travail = lit_param(ctx.store, labelKey); });
     listPrinters();
     skip([&] { ouvre_fich142(ctx.store, ctx.today()); });
-    skip([&] { setCheck1(int(numericValue(ctx.get(rec::labelPrinterUsed)))); });
+    skip([&] { setCheck1(numericValue(ctx.get(rec::labelPrinterUsed))); });
     skip([&] { affiche_bouton(); });
 }
 
@@ -143,15 +144,11 @@ void etiqqq::listPrinters() {
 }
 
 int etiqqq::check1() const {
-    return Check1->checkState() == Qt::Checked ? 1 : Check1->checkState() == Qt::Unchecked ? 0 : 2;
+    return tickValue(*Check1);
 }
 
-// The tick box's values: 0, 1, and 2 for grey; any other is refused.
-void etiqqq::setCheck1(int value) {
-    if (value < 0 || value > 2) throw Failure(QStringLiteral("Valeur de propriété non valide"));
-    Check1->setCheckState(value == 0   ? Qt::Unchecked
-                          : value == 1 ? Qt::Checked
-                                       : Qt::PartiallyChecked);
+void etiqqq::setCheck1(double value) {
+    setTickValue(*Check1, value);
 }
 
 void etiqqq::affiche_bouton() {
@@ -173,6 +170,15 @@ void etiqqq::Image2_Click() {
     if (check1() == 0) ecrit_param(ctx.store, labelKey, QStringLiteral(" "));
     ctx.put(rec::labelPrinterUsed, QByteArray::number(check1()));
     ctx.store.close(files::main);
+    close();
+}
+
+void etiqqq::annule_etiq() {
+    if (ctx.form97(
+            QString::fromUtf8("ON|Confirmez que vous n'utilisez pas d'étiquetteuse spécifique ?"),
+            4) != 6)
+        return;
+    ctx.put(rec::labelPrinterUsed, " ");
     close();
 }
 

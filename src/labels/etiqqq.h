@@ -28,12 +28,16 @@ class etiqqq : public Screen {
     int ind_etiq = -1;
     int ind_defaut = -1;
 
+    // "No label printer of its own": on a confirmation, record 140 goes blank
+    // and the screen closes; IMP_ETIQ_DEF stays. No control calls it.
+    Q_INVOKABLE void annule_etiq();
+
   private:
     void buildControls();
     void listPrinters();
     void affiche_bouton();
     int check1() const;
-    void setCheck1(int value);
+    void setCheck1(double value);
     void bt_on_Click();
     void Image2_Click();
     void Command1_Click();

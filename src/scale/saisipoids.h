@@ -17,6 +17,8 @@ class saisipoids : public Screen {
 
     void load() override;
     void bt_prog_Click(int index) override;
+    // Closed by the window system: cancelled, the empty text.
+    void closeRequested() override { annule_poids(); }
 
     // One key of the keypad, by its index: digits, "Effacer Tout", ".", "C",
     // the sign; the others do nothing.

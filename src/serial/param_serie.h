@@ -14,6 +14,8 @@ class Param_serie : public PortForm {
 
     void load() override;  // Form_Load; run again by "param"
     void bt_prog_Click(int index) override;
+    // Closed by the window system: cancelled, the empty text.
+    void closeRequested() override { annule_param(); }
     void Label8_Click(int index) override;
 
     void decode_serie();

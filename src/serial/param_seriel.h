@@ -13,6 +13,8 @@ class Param_seriel : public PortForm {
 
     void load() override;  // Form_Load
     void bt_prog_Click(int index) override;
+    // Closed by the window system: as "Annuler".
+    void closeRequested() override { annule_param(); }
     void Label8_Click(int index) override;
 
     void decode_serie();  // the port's file to the controls

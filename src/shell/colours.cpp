@@ -3,6 +3,9 @@
 #include "store/failure.h"
 
 QColor colourFromNumber(double number) {
+    // A colour number is a 32-bit integer; a record that holds more (such as
+    // "##1e300") draws black, and is never converted beyond its range.
+    if (!(number > -2147483649.0 && number < 2147483648.0)) return QColor(Qt::black);
     const auto value = static_cast<quint32>(static_cast<qint64>(number) & 0xFFFFFF);
     return QColor(int(value & 0xFF), int((value >> 8) & 0xFF), int((value >> 16) & 0xFF));
 }

@@ -6,17 +6,16 @@
 #include "shell/prompt_dialog.h"
 
 namespace {
-// Ends the loop when the screen is hidden or closed by the program (not when
-// the window system hides it, as on a minimise).
+// Ends the loop when the program hides or closes the screen (not when the
+// window system hides it, as on a minimise, nor when it asks for a close that
+// the screen turns into its own cancel).
 class EndOnHide : public QObject {
   public:
     explicit EndOnHide(QEventLoop& loop) : loop_(loop) {}
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if ((event->type() == QEvent::Hide && !event->spontaneous()) ||
-            event->type() == QEvent::Close)
-            loop_.quit();
+        if (event->type() == QEvent::Hide && !event->spontaneous()) loop_.quit();
         return QObject::eventFilter(watched, event);
     }
 

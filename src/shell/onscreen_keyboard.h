@@ -14,6 +14,8 @@ class OnScreenKeyboard : public Screen {
     explicit OnScreenKeyboard(Context& ctx);
     void load() override;
     void bt_prog_Click(int index) override;
+    // Closed by the window system: "Annuler", the value it was given.
+    void closeRequested() override { finish(given_); }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;

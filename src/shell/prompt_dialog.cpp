@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QKeyEvent>
-#include <QPrinterInfo>
 
 #include "shell/button_bar.h"
 #include "shell/colours.h"
@@ -14,6 +13,7 @@
 #include "shell/modal.h"
 #include "shell/onscreen_keyboard.h"
 #include "shell/placing.h"
+#include "shell/system_printers.h"
 #include "store/failure.h"
 #include "store/numeric.h"
 
@@ -335,8 +335,13 @@ void form97::showEvent(QShowEvent* event) {
 }
 
 void form97::closeEvent(QCloseEvent* event) {
-    restorePointer();
     Screen::closeEvent(event);
+    if (event->isAccepted()) restorePointer();
+}
+
+// Closed by the window system, the dialog answers as Escape does.
+void form97::closeRequested() {
+    reply(2, QString());
 }
 
 void form97::restorePointer() {
@@ -352,7 +357,8 @@ void form97::reply(int retour, const QString& message) {
 
 // The printer chosen among the system's goes into the entry box.
 void form97::chooseSystemPrinter() {
-    const QStringList names = QPrinterInfo::availablePrinterNames();
+    // The system's printers as the platform lists them (a test run lists its own).
+    const QStringList names = ctx.platform.printers().names();
     if (names.isEmpty()) return;
     bool chosen = false;
     const QString name =

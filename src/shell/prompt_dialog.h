@@ -15,6 +15,7 @@ class form97 : public Screen {
     ~form97() override;
     void load() override;  // reads msg_dialogue and retour_dialogue
     void bt_prog_Click(int index) override;
+    void closeRequested() override;
 
     static constexpr QSize designSize{640, 300};
 

@@ -1,10 +1,12 @@
 #include "shell/screen.h"
 
+#include <QCloseEvent>
 #include <QFont>
 #include <QMouseEvent>
 #include <exception>
 
 #include "shell/context.h"
+#include "shell/placing.h"
 
 void ClickLabel::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
@@ -69,4 +71,33 @@ void Screen::guard(const std::function<void()>& event) {
     } catch (const std::exception& e) {
         ctx.ui.fatal(QString::fromLocal8Bit(e.what()));
     }
+}
+
+// A close that the program asks for (close() of its own code) is accepted;
+// one from the window system is refused and turned into the screen's cancel,
+// run after the event so that the cancel's own close() acts. The window
+// never closes behind the screen's back, so a caller always finds the state
+// that the screen's cancel leaves.
+void Screen::closeEvent(QCloseEvent* event) {
+    if (!event->spontaneous()) {
+        QWidget::closeEvent(event);
+        return;
+    }
+    event->ignore();
+    if (cancelPending_) return;
+    cancelPending_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            cancelPending_ = false;
+            guard([this] { closeRequested(); });
+        },
+        Qt::QueuedConnection);
+}
+
+// The frame follows the window's size, which may change once the window
+// system has told the size of its own frame.
+void Screen::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (!ccb.empty()) pose_cadre(*this);
 }

@@ -60,6 +60,12 @@ class Screen : public QWidget {
     // control, a timer's tick.
     void guard(const std::function<void()>& event);
 
+    // The window's close from the window system (its title bar's button,
+    // Alt+F4, the session ending) is the screen's own way of cancelling: this
+    // runs it once the close event is over. By default the screen unloads and
+    // writes nothing; a screen with a cancel of its own states it here.
+    virtual void closeRequested() { close(); }
+
     // Makes a child control with its name.
     template <class W>
     W* make(const QString& objectName, QWidget* parent = nullptr) {
@@ -67,4 +73,11 @@ class Screen : public QWidget {
         w->setObjectName(objectName);
         return w;
     }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    bool cancelPending_ = false;
 };

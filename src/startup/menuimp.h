@@ -10,6 +10,8 @@ class menuimp : public Screen {
     explicit menuimp(Context& ctx);
     void load() override;
     void bt_prog_Click(int index) override;
+    // Closed by the window system: "Fin".
+    void closeRequested() override { bt_prog_Click(0); }
 
   private:
     void buildControls();

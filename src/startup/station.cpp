@@ -15,6 +15,5 @@ qint16 Station::fichier_perif() const {
 
 QString Station::label() const {
     if (!isNetworkTill()) return QStringLiteral("Poste principal ou Serveur");
-    // Format "0": the whole number, halves rounded away from zero.
-    return QStringLiteral("Caisse Réseau : ") + QString::number(std::round(number), 'f', 0);
+    return QStringLiteral("Caisse Réseau : ") + formatZero(number);
 }

@@ -64,6 +64,11 @@ double numericValue(const QString& text) { return numericValue(QByteArrayView(co
 
 double roundHalfEven(double value) { return std::nearbyint(value); }
 
+QString formatZero(double value) {
+    const double rounded = std::round(value);
+    return QString::number(rounded == 0 ? 0.0 : rounded, 'f', 0);
+}
+
 unsigned char toByte(double value) {
     const double r = roundHalfEven(value);
     if (!(r >= 0 && r <= 255)) throw Failure(QStringLiteral("Valeur hors limites : %1").arg(value));

@@ -14,6 +14,11 @@ inline double numericValue(const char* text) { return numericValue(QByteArrayVie
 // Round to the nearest integer, ties to even (2.5 gives 2, 3.5 gives 4).
 double roundHalfEven(double value);
 
+// A number in the format "0", as every screen shows one: rounded half away
+// from zero (2.5 gives 3, -2.5 gives -3), no decimals, no sign on a value that
+// rounds to nothing, and no limit on its size (3000000000 stays so).
+QString formatZero(double value);
+
 // Conversions that fail as the suite's would: a byte outside 0..255, a 16-bit
 // integer outside -32768..32767. They throw Failure.
 unsigned char toByte(double value);

@@ -104,8 +104,9 @@ std::optional<QString> lookAtBank(const QString& name, Context& ctx) {
 
 QString lookOf(QWidget* w, Context& ctx) {
     w->ensurePolished();
-    // A window stands where its frame does, as the screens place it.
-    const QRect at(w->pos(), w->size());
+    // A window stands where its frame does and measures its frame, as the
+    // screens place it.
+    const QRect at = w->isWindow() ? w->frameGeometry() : QRect(w->pos(), w->size());
     QStringList parts{
         QStringLiteral("at %1,%2 %3x%4").arg(at.x()).arg(at.y()).arg(at.width()).arg(at.height())};
     if (w->isHidden()) parts << QStringLiteral("hidden");

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QCursor>
 #include <QDir>
@@ -11,11 +12,13 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QRadioButton>
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 #include <QTimerEvent>
+#include <QWindow>
 #include <stdexcept>
 
 #include "describe.h"
@@ -273,9 +276,16 @@ void StepRunner::act(const Step& step, Screen& screen) {
         log_.add(QStringLiteral("screenshot %1").arg(step.args[0]));
         return;
     }
-    // The window's own close button, as the user closes a screen.
+    // The window's own close button, as the user closes a screen: the close
+    // event reaches the window as the window system delivers it, and what
+    // the screen does about it runs before the next step.
     if (verb == QLatin1String("close")) {
-        screen.close();
+        QWindow* window = screen.windowHandle();
+        if (!window) refuse(QStringLiteral("%1 has no window").arg(screen.objectName()));
+        const QPointer<Screen> closing(&screen);
+        QCloseEvent byWindowSystem;
+        QCoreApplication::sendEvent(window, &byWindowSystem);
+        if (closing) QCoreApplication::sendPostedEvents(closing, QEvent::MetaCall);
         return;
     }
     // A procedure of the screen that no control calls, by its name.

@@ -90,6 +90,27 @@ class TestSerial : public QObject {
               "9600,n,8,0"})
             row(refused, "no", {});
     }
+    // Each parity letter, in either case, is its own parity: mark and space
+    // differ from odd and even only there, and a pseudo-terminal may not
+    // show them.
+    void parityLetters_data() {
+        QTest::addColumn<QString>("settings");
+        QTest::addColumn<int>("parity");
+        const std::pair<const char*, QSerialPort::Parity> rows[] = {
+            {"9600,n,8,1", QSerialPort::NoParity},    {"9600,E,7,1", QSerialPort::EvenParity},
+            {"9600,o,7,1", QSerialPort::OddParity},   {"9600,m,7,1", QSerialPort::MarkParity},
+            {"9600,M,7,1", QSerialPort::MarkParity},  {"9600,s,7,1", QSerialPort::SpaceParity},
+            {"9600,S,7,1", QSerialPort::SpaceParity},
+        };
+        for (const auto& [text, parity] : rows)
+            QTest::addRow("%s", text) << QString(text) << int(parity);
+    }
+    void parityLetters() {
+        QFETCH(QString, settings);
+        QFETCH(int, parity);
+        QCOMPARE(int(parseSerialSettings(settings).parity), parity);
+    }
+
     // Settings given to the open port, as the screens do. A refused text
     // (by the rule, or by the device: this machine's pseudo-terminals may take
     // no parity) fails at that step, sends nothing and leaves the port open,
