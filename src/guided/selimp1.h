@@ -12,9 +12,9 @@ class selimp1 : public Screen {
     explicit selimp1(Context& ctx);
     void load() override;
     void bt_prog_Click(int index) override;
-    // Closed by the window system: its only way out, "Valider", which writes
-    // nothing and ends the program.
-    void closeRequested() override { fin_auto(); }
+    // Closed by the window system, it unloads and writes nothing, as any
+    // screen without a cancel of its own: the menu that showed it comes back,
+    // so a window's close never ends the installation behind the user's back.
 
     // The zones in front of the three choices.
     void Label3_Click();  // a USB ticket printer
