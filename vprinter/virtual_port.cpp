@@ -43,6 +43,11 @@ bool VirtualPort::open(int port, const QString& extraLink, QString& error) {
         ::cfmakeraw(&t);
         ::tcsetattr(slave_, TCSANOW, &t);
     }
+    setting_ = std::make_unique<WinePortSetting>(prefix(), port);
+    if (!setting_->makePrefixIfMissing(error)) {
+        close();
+        return false;
+    }
     const QString folder = prefix() + QStringLiteral("/dosdevices");
     if (!QDir().mkpath(folder)) {
         error = QStringLiteral("impossible de créer %1").arg(folder);
@@ -54,7 +59,6 @@ bool VirtualPort::open(int port, const QString& extraLink, QString& error) {
         close();
         return false;
     }
-    setting_ = std::make_unique<WinePortSetting>(prefix(), port);
     if (QString why; !setting_->set(slavePath_, why))
         warning_ = QStringLiteral(
                        "registre de Wine non modifié (%1) : Com %2 ne tiendra que "
@@ -100,12 +104,6 @@ void VirtualPort::readAvailable() {
 
 void VirtualPort::close() {
     notifier_.reset();
-    if (setting_) {
-        if (QString why; !setting_->restore(why))
-            std::fprintf(stderr, "kalvo-vprinter : registre de Wine non rétabli : %s\n",
-                         qPrintable(why));
-        setting_.reset();
-    }
     for (const Link& link : links_) {
         // Only our own link is taken away, and what stood there comes back.
         if (QFileInfo(link.path).symLinkTarget() == QFileInfo(slavePath_).absoluteFilePath())
@@ -114,6 +112,13 @@ void VirtualPort::close() {
             QFile::link(link.previousTarget, link.path);
     }
     links_.clear();
+    // After the links: a prefix made for the port goes with its last link.
+    if (setting_) {
+        if (QString why; !setting_->restore(why))
+            std::fprintf(stderr, "kalvo-vprinter : registre de Wine non rétabli : %s\n",
+                         qPrintable(why));
+        setting_.reset();
+    }
     for (int* fd : {&slave_, &master_})
         if (*fd >= 0) {
             ::close(*fd);

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSaveFile>
@@ -22,6 +24,15 @@
 // would still hold the old value, so the check is made again after the write.
 
 namespace {
+
+const QByteArray registryHeader =
+    QByteArrayLiteral("WINE REGISTRY Version 2\n;; All keys relative to REGISTRY\\\\Machine\n\n");
+QByteArray architectureLine() {
+    const bool has64 = !QStandardPaths::findExecutable(QStringLiteral("wine64")).isEmpty() ||
+                       QFileInfo::exists(QStringLiteral("/usr/lib/wine/wine64"));
+    if (!has64 || qEnvironmentVariable("WINEARCH") == QLatin1String("win32")) return {};
+    return QByteArrayLiteral("#arch=win64\n\n");
+}
 
 const QByteArray portsKey = QByteArrayLiteral("[Software\\\\Wine\\\\Ports]");
 const QString portsKeyName = QStringLiteral("HKLM\\Software\\Wine\\Ports");
@@ -94,6 +105,29 @@ bool WinePortSetting::serverRuns(const QString& prefix) {
     return false;
 }
 
+bool WinePortSetting::makePrefixIfMissing(QString& error) {
+    if (QFileInfo::exists(prefix_)) return true;
+    // Wine makes the drive links only when it makes the dosdevices folder
+    // itself: in a prefix folder made without them it cannot start. The
+    // registry file says which Wine the prefix is for, as Wine's does: a
+    // 64-bit one where there is one (it runs 32-bit programs too) unless
+    // WINEARCH asks for win32; a file that says nothing is taken for 32-bit.
+    const QDir prefix(prefix_);
+    QFile reg(prefix.filePath(QStringLiteral("system.reg")));
+    if (!QDir().mkpath(prefix.filePath(QStringLiteral("dosdevices"))) ||
+        !prefix.mkpath(QStringLiteral("drive_c")) ||
+        !QFile::link(QStringLiteral("../drive_c"),
+                     prefix.filePath(QStringLiteral("dosdevices/c:"))) ||
+        !QFile::link(QStringLiteral("/"), prefix.filePath(QStringLiteral("dosdevices/z:"))) ||
+        !reg.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+        reg.write(registryHeader + architectureLine()) < 0) {
+        error = QStringLiteral("impossible de créer le préfixe Wine %1").arg(prefix_);
+        return false;
+    }
+    madePrefix_ = true;
+    return true;
+}
+
 bool WinePortSetting::set(const QString& device, QString& warning) {
     // A prefix that Wine has not made yet: the link is all there is, and
     // Wine is not started to make one.
@@ -106,9 +140,21 @@ bool WinePortSetting::set(const QString& device, QString& warning) {
 }
 
 bool WinePortSetting::restore(QString& warning) {
-    if (device_.isEmpty()) return true;
-    const bool done = apply(previous_, device_, warning);
-    device_.clear();
+    bool done = true;
+    if (!device_.isEmpty()) {
+        done = apply(previous_, device_, warning);
+        device_.clear();
+    }
+    // The prefix made here goes if Wine has not started in it (Wine stamps a
+    // prefix that it has set up).
+    const QDir prefix(prefix_);
+    if (madePrefix_ && !prefix.exists(QStringLiteral(".update-timestamp"))) {
+        for (const char* name : {"system.reg", "dosdevices/c:", "dosdevices/z:"})
+            QFile::remove(prefix.filePath(QLatin1String(name)));
+        for (const char* name : {"drive_c", "dosdevices"}) prefix.rmdir(QLatin1String(name));
+        QDir().rmdir(prefix_);
+    }
+    madePrefix_ = false;
     return done;
 }
 

@@ -11,6 +11,12 @@ class WinePortSetting {
   public:
     WinePortSetting(const QString& prefix, int port);
 
+    // A prefix that does not exist yet is made as Wine makes one (the c: and
+    // z: links, drive_c, a registry file), so that Wine, started later, can
+    // start in it and finds the value there; restore() takes it away again
+    // when Wine has not started in it meanwhile.
+    bool makePrefixIfMissing(QString& error);
+
     // Sets COMn to device. A prefix that Wine has not made yet (no
     // system.reg) is left alone: Wine is not started for it. False with a
     // warning when the value could not be set (the link still serves until
@@ -36,4 +42,5 @@ class WinePortSetting {
     QString prefix_, name_;  // name_: COMn
     QString device_;         // empty when nothing was set
     Value previous_;
+    bool madePrefix_ = false;
 };

@@ -22,6 +22,8 @@ if [ "${KALVO_PORTS_HIDDEN:-}" != 1 ]; then
         env KALVO_PORTS_HIDDEN=1 "$0" "$@"
 fi
 fail() { echo "FAIL: $*" >&2; exit 1; }
+set -E
+trap 'echo "FAIL: line $LINENO: $BASH_COMMAND" >&2' ERR
 shopt -s nullglob
 for device in /dev/ttyS* /dev/ttyUSB* /dev/ttyACM*; do
     mount --bind /dev/null "$device"
@@ -43,45 +45,47 @@ reg=$WINEPREFIX/system.reg
 com1=$WINEPREFIX/dosdevices/com1
 ports_value() { sed -n '/^\[Software\\\\Wine\\\\Ports\]/,/^\[/p' "$reg" | grep -i '^"COM1"=' || true; }
 
-# The prefix as Wine makes it, and no Wine left running.
-SECONDS=0
-"$wine" wineboot -i >"$work/wineboot.log" 2>&1 || fail "wineboot: $(cat "$work/wineboot.log")"
-wineserver -w
-echo "Wine made the prefix in ${SECONDS} s"
-link_before=$(readlink "$com1" || true)
-value_before=$(ports_value)
+# One ticket printed while the printer serves Com 1, Wine started after it;
+# then the link, and the registry once Wine has ended, as they were.
+print_one_ticket() {
+    local round=$1 link_before value_before device
+    link_before=$(readlink "$com1" || true)
+    value_before=$(ports_value 2>/dev/null || true)
+    QT_QPA_PLATFORM=offscreen "$vprinter" --port 1 --out "$work/tickets-$round" \
+        >"$work/printer.out" 2>"$work/printer.err" &
+    printer=$!
+    for _ in $(seq 100); do
+        grep -q "prêt" "$work/printer.out" && break
+        kill -0 "$printer" 2>/dev/null || fail "the printer ended: $(cat "$work/printer.err")"
+        sleep 0.1
+    done
+    grep -q "prêt" "$work/printer.out" || fail "the printer is not ready"
+    device=$(readlink "$com1")
+    [ "$(ports_value)" = "\"COM1\"=\"$device\"" ] || fail "COM1 of the registry: $(ports_value)"
 
-QT_QPA_PLATFORM=offscreen "$vprinter" --port 1 --out "$work/tickets" \
-    >"$work/printer.out" 2>"$work/printer.err" &
-printer=$!
-for _ in $(seq 100); do
-    grep -q "prêt" "$work/printer.out" && break
-    kill -0 "$printer" 2>/dev/null || fail "the printer ended: $(cat "$work/printer.err")"
-    sleep 0.1
-done
-grep -q "prêt" "$work/printer.out" || fail "the printer is not ready"
-device=$(readlink "$com1")
-[ "$(ports_value)" = "\"COM1\"=\"$device\"" ] || fail "COM1 of the registry: $(ports_value)"
+    SECONDS=0
+    # Wine's server inherits the program's error output, and may say much there.
+    "$wine" "$program" COM1 2>"$work/program.err" ||
+        fail "the Windows program could not print on COM1: $(cat "$work/program.err")"
+    echo "$round: the Windows program printed in ${SECONDS} s"
+    [ "$(readlink "$com1")" = "$device" ] || fail "Wine took com1 to $(readlink "$com1")"
+    kill -TERM "$printer"
+    wait "$printer" || fail "the printer ended with an error: $(cat "$work/printer.err")"
+    printer=
 
-SECONDS=0
-# Wine's server inherits the program's error output, and may say much there.
-"$wine" "$program" COM1 2>"$work/program.err" ||
-    fail "the Windows program could not print on COM1: $(cat "$work/program.err")"
-echo "The Windows program printed in ${SECONDS} s"
-[ "$(readlink "$com1")" = "$device" ] || fail "Wine took com1 to $(readlink "$com1")"
-kill -TERM "$printer"
-wait "$printer" || fail "the printer ended with an error: $(cat "$work/printer.err")"
-printer=
+    local tickets=("$work/tickets-$round"/ticket-*.txt)
+    [ ${#tickets[@]} = 1 ] || fail "${#tickets[@]} tickets drawn"
+    for line in '[PC850] "Café crème brûlée"' '"Wine COM1"' 'coupe partielle (1D 56 42 00)'; do
+        grep -qF "$line" "${tickets[0]}" || fail "the ticket lacks $line: $(cat "${tickets[0]}")"
+    done
+    [ "$(readlink "$com1" || true)" = "$link_before" ] || fail "com1 not put back"
+    wineserver -w || true  # its status says nothing of the registry, read next
+    [ "$(ports_value)" = "$value_before" ] || fail "COM1 of the registry not put back: $(ports_value)"
+}
 
-tickets=("$work"/tickets/ticket-*.txt)
-[ ${#tickets[@]} = 1 ] || fail "${#tickets[@]} tickets drawn"
-cat "${tickets[0]}"
-for line in '[PC850] "Café crème brûlée"' '"Wine COM1"' 'coupe partielle (1D 56 42 00)'; do
-    grep -qF "$line" "${tickets[0]}" || fail "the ticket lacks $line"
-done
-
-# The prefix as it was: the link at once, the registry once Wine has ended.
-[ "$(readlink "$com1" || true)" = "$link_before" ] || fail "com1 not put back"
-wineserver -w
-[ "$(ports_value)" = "$value_before" ] || fail "COM1 of the registry not put back: $(ports_value)"
+# A prefix that does not exist yet: the printer makes it, Wine's first start
+# sets it up (and is still running when the printer ends).
+print_one_ticket new-prefix
+# The prefix that Wine has made, no Wine running when the printer starts.
+print_one_ticket wine-prefix
 echo "PASS"

@@ -38,6 +38,24 @@ class WinePortSettingTest : public QObject {
         QVERIFY(!WinePortSetting::serverRuns(prefix.path()));
     }
 
+    // A prefix that is not there is made so that Wine can start in it, and
+    // goes again when Wine did not.
+    void missingPrefixIsMadeAndTakenAway() {
+        QTemporaryDir parent;
+        const QString prefix = parent.filePath(QStringLiteral("prefix"));
+        WinePortSetting setting(prefix, 1);
+        QString warning;
+        QVERIFY(setting.makePrefixIfMissing(warning));
+        QCOMPARE(QFileInfo(prefix + QStringLiteral("/dosdevices/c:")).symLinkTarget(),
+                 prefix + QStringLiteral("/drive_c"));
+        QCOMPARE(QFileInfo(prefix + QStringLiteral("/dosdevices/z:")).symLinkTarget(),
+                 QStringLiteral("/"));
+        QVERIFY(setting.set(QStringLiteral("/dev/pts/7"), warning));
+        QVERIFY(read(prefix + QStringLiteral("/system.reg")).contains("\"COM1\"=\"/dev/pts/7\""));
+        QVERIFY(setting.restore(warning));
+        QVERIFY(!QFileInfo::exists(prefix));
+    }
+
     // A value that stood there (written in lower case by hand) comes back as
     // it was; the other ports and the 32-bit view's key are not touched.
     void previousValueComesBackVerbatim() {
