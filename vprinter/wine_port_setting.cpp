@@ -129,8 +129,9 @@ bool WinePortSetting::makePrefixIfMissing(QString& error) {
 }
 
 bool WinePortSetting::set(const QString& device, QString& warning) {
-    // A prefix that Wine has not made yet: the link is all there is, and
-    // Wine is not started to make one.
+    // A prefix folder with no registry file, made by some other program (the
+    // tests' private prefixes): the link is all there is, and Wine is not
+    // started for it.
     if (!QFile::exists(prefix_ + QStringLiteral("/system.reg"))) return true;
     if (serverRuns(prefix_) && !queryThroughWine(previous_, warning)) return false;
     const Value wanted{true, device, {}};

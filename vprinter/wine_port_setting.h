@@ -17,10 +17,9 @@ class WinePortSetting {
     // when Wine has not started in it meanwhile.
     bool makePrefixIfMissing(QString& error);
 
-    // Sets COMn to device. A prefix that Wine has not made yet (no
-    // system.reg) is left alone: Wine is not started for it. False with a
-    // warning when the value could not be set (the link still serves until
-    // Wine's next start).
+    // Sets COMn to device. A prefix folder with no registry file is left
+    // alone: Wine is not started for it. False with a warning when the value
+    // could not be set (the link still serves until Wine's next start).
     bool set(const QString& device, QString& warning);
     // Puts back what stood there, if the value is still ours.
     bool restore(QString& warning);
