@@ -54,13 +54,13 @@ print_one_ticket() {
     QT_QPA_PLATFORM=offscreen "$vprinter" --port 1 --out "$work/tickets-$round" \
         >"$work/printer.out" 2>"$work/printer.err" &
     printer=$!
-    for _ in $(seq 100); do
+    for _ in $(seq 300); do
         grep -q "prêt" "$work/printer.out" && break
         kill -0 "$printer" 2>/dev/null || fail "the printer ended: $(cat "$work/printer.err")"
         sleep 0.1
     done
     grep -q "prêt" "$work/printer.out" || fail "the printer is not ready"
-    device=$(readlink "$com1")
+    device=$(readlink "$com1") || fail "no com1 link while the printer runs"
     [ "$(ports_value)" = "\"COM1\"=\"$device\"" ] || fail "COM1 of the registry: $(ports_value)"
 
     SECONDS=0
@@ -69,7 +69,8 @@ print_one_ticket() {
         fail "the Windows program could not print on COM1: $(cat "$work/program.err")"
     echo "$round: the Windows program printed in ${SECONDS} s"
     [ "$(readlink "$com1")" = "$device" ] || fail "Wine took com1 to $(readlink "$com1")"
-    kill -TERM "$printer"
+    kill -TERM "$printer" 2>/dev/null ||
+        fail "the printer ended before it was asked to: $(cat "$work/printer.err")"
     wait "$printer" || fail "the printer ended with an error: $(cat "$work/printer.err")"
     printer=
 
