@@ -1,6 +1,6 @@
 // kalvo-vprinter: a ticket printer on screen. In window mode it makes a
 // serial port of its own (a pseudo-terminal that Wine's dosdevices names
-// comN) and shows every ticket the till prints on it; in batch mode it turns
+// comN, and that Wine's registry keeps there) and shows every ticket the till prints on it; in batch mode it turns
 // a file of bytes into pictures and text.
 #include <QApplication>
 #include <QCommandLineParser>

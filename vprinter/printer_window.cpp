@@ -142,6 +142,8 @@ bool PrinterWindow::start(QString& error) {
     }
     numberOffset_ = lastNumberIn(options_.outDir);
     if (!port_.open(options_.port, options_.extraLink, error)) return false;
+    if (!port_.warning().isEmpty())
+        std::fprintf(stderr, "kalvo-vprinter : %s\n", qPrintable(port_.warning()));
     status_->setText(
         QStringLiteral("Com %1 : %2 → %3    Tickets : %4")
             .arg(options_.port)
@@ -228,19 +230,19 @@ void PrinterWindow::finish() {
 }
 
 int runWindow(const WindowOptions& options) {
+    // SIGTERM, SIGINT and SIGHUP end the run cleanly: tickets written, link
+    // and Wine's registry put back. They are caught before the port is made,
+    // so that none comes between the two unheard.
+    if (::pipe(signalPipe) == 0)
+        for (const int sig : {SIGTERM, SIGINT, SIGHUP}) ::signal(sig, onSignal);
+    QSocketNotifier stop(signalPipe[0], QSocketNotifier::Read);
+    QObject::connect(&stop, &QSocketNotifier::activated, qApp, &QApplication::quit);
     PrinterWindow window(options);
     QString error;
     if (!window.start(error)) {
         std::fprintf(stderr, "kalvo-vprinter : %s\n", qPrintable(error));
         return 1;
     }
-    // SIGTERM and SIGINT end the run cleanly: tickets written, link put back.
-    if (::pipe(signalPipe) == 0) {
-        ::signal(SIGTERM, onSignal);
-        ::signal(SIGINT, onSignal);
-    }
-    QSocketNotifier stop(signalPipe[0], QSocketNotifier::Read);
-    QObject::connect(&stop, &QSocketNotifier::activated, qApp, &QApplication::quit);
     std::printf("kalvo-vprinter : Com %d prêt (%s)\n", options.port,
                 qPrintable(window.findChild<QLabel*>(QStringLiteral("status"))->text()));
     std::fflush(stdout);

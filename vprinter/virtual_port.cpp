@@ -9,16 +9,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
+#include <cstdio>
 
 VirtualPort::~VirtualPort() {
     close();
 }
 
-QString VirtualPort::dosdevices() {
-    const QString prefix = qEnvironmentVariableIsEmpty("WINEPREFIX")
-                               ? QDir::homePath() + QStringLiteral("/.wine")
-                               : qEnvironmentVariable("WINEPREFIX");
-    return prefix + QStringLiteral("/dosdevices");
+QString VirtualPort::prefix() {
+    return qEnvironmentVariableIsEmpty("WINEPREFIX") ? QDir::homePath() + QStringLiteral("/.wine")
+                                                     : qEnvironmentVariable("WINEPREFIX");
 }
 
 bool VirtualPort::open(int port, const QString& extraLink, QString& error) {
@@ -44,7 +43,12 @@ bool VirtualPort::open(int port, const QString& extraLink, QString& error) {
         ::cfmakeraw(&t);
         ::tcsetattr(slave_, TCSANOW, &t);
     }
-    const QString folder = dosdevices();
+    setting_ = std::make_unique<WinePortSetting>(prefix(), port);
+    if (!setting_->makePrefixIfMissing(error)) {
+        close();
+        return false;
+    }
+    const QString folder = prefix() + QStringLiteral("/dosdevices");
     if (!QDir().mkpath(folder)) {
         error = QStringLiteral("impossible de créer %1").arg(folder);
         close();
@@ -55,6 +59,12 @@ bool VirtualPort::open(int port, const QString& extraLink, QString& error) {
         close();
         return false;
     }
+    if (QString why; !setting_->set(slavePath_, why))
+        warning_ = QStringLiteral(
+                       "registre de Wine non modifié (%1) : Com %2 ne tiendra que "
+                       "jusqu'au prochain démarrage de Wine")
+                       .arg(why)
+                       .arg(port);
     notifier_ = std::make_unique<QSocketNotifier>(master_, QSocketNotifier::Read);
     connect(notifier_.get(), &QSocketNotifier::activated, this, &VirtualPort::readAvailable);
     return true;
@@ -102,6 +112,13 @@ void VirtualPort::close() {
             QFile::link(link.previousTarget, link.path);
     }
     links_.clear();
+    // After the links: a prefix made for the port goes with its last link.
+    if (setting_) {
+        if (QString why; !setting_->restore(why))
+            std::fprintf(stderr, "kalvo-vprinter : registre de Wine non rétabli : %s\n",
+                         qPrintable(why));
+        setting_.reset();
+    }
     for (int* fd : {&slave_, &master_})
         if (*fd >= 0) {
             ::close(*fd);
