@@ -425,6 +425,24 @@ Barcode drawSymbol(SymbolSettings::Kind kind, const SymbolSettings& s) {
             r.option1 = s.maxiMode - 48;
             r.rows = Rows::Hexagons;
             b.settings = QStringLiteral("mode %1").arg(s.maxiMode - 48);
+            if (r.option1 <= 3) {
+                // The carrier's modes: postcode, country and class, separated
+                // by GS, then the secondary message, after an optional header.
+                QByteArray data = r.data, header;
+                if (data.startsWith("[)>\x1e"
+                                    "01\x1d") &&
+                    data.size() >= 9) {
+                    header = data.first(9);
+                    data.remove(0, 9);
+                }
+                const QList<QByteArray> fields = data.split('\x1d');
+                if (fields.size() < 3)
+                    return refused(b, QStringLiteral("code postal, pays et classe attendus"));
+                r.primary =
+                    fields[0] + fields[1].rightJustified(3, '0') + fields[2].rightJustified(3, '0');
+                r.data = header + fields.mid(3).join('\x1d');
+                if (r.data.isEmpty()) r.data = " ";
+            }
             break;
         case K::DataBar: {
             const int type = b.data.isEmpty() ? 0 : static_cast<unsigned char>(b.data.at(0));

@@ -30,7 +30,7 @@ struct SymbolSettings {
     int pdfRatio = 1;   // tenths of the data's code words
     bool pdfTruncated = false;
 
-    int maxiMode = 2;
+    int maxiMode = 50;  // 50 mode 2 to 54 mode 6
 
     int dataBarModule = 2;
     int dataBarMaxWidth = 0;  // dots, 0 for no limit (expanded stacked)

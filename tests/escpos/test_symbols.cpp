@@ -6,6 +6,7 @@
 
 #include "escpos/decoder.h"
 #include "escpos/dump.h"
+#include "support/golden.h"
 #include "symbol_reader.h"
 
 namespace {
@@ -193,6 +194,14 @@ class EscPosSymbols : public QObject {
             << gsParenK(48, 70, QByteArray(1, '\x01')) + store(48, "PDF 17") + print(48) << "";
         QTest::newRow("MaxiCode mode 4")
             << gsParenK(50, 65, "4") + store(50, "Kalvo 17") + print(50) << "";
+        QTest::newRow("MaxiCode mode 2, the printer's default") << store(50,
+                                                                         "152382802\x1d"
+                                                                         "840\x1d"
+                                                                         "001\x1dKalvo 17") +
+                                                                       print(50)
+                                                                << "";
+        QTest::newRow("MaxiCode mode 2 without its postcode")
+            << store(50, "Kalvo 17") + print(50) << "!code postal, pays et classe attendus";
         QTest::newRow("DataBar stacked")
             << gsParenK(51, 67, "\x03") + store(51, "H0327024114022") + print(51) << "";
         QTest::newRow("DataBar expanded stacked")
@@ -237,6 +246,25 @@ class EscPosSymbols : public QObject {
         QCOMPARE(markers(doc.sheets.front()).size(), size_t(6));
         QVERIFY2(dump.contains(QStringLiteral("modèle 2, module 3, correction L")),
                  qPrintable(dump));
+    }
+
+    // The dump names each symbol, its data and what shaped it.
+    void dump() {
+        const QByteArray bytes =
+            QByteArray(
+                "\x1b"
+                "a1\x1dH\x02") +
+            gsK(67, "3270241140224") + gsK(75, "0327024114022") + gsParenK(49, 67, "\x04") +
+            gsParenK(49, 80, "0Kalvo QR") + gsParenK(49, 81, "0") + gsParenK(48, 80, "0PDF 17") +
+            gsParenK(48, 81, "0") + gsParenK(50, 80, "0Kalvo 17") + gsParenK(50, 81, "0") +
+            gsParenK(51, 80, "0H0327024114022") + gsParenK(51, 81, "0") +
+            gsParenK(53, 80, "0AZ 17") + gsParenK(53, 81, "0") + gsParenK(54, 80, "0DM 17") +
+            gsParenK(54, 81, "0") + gsParenK(54, 67, "\x10") +
+            gsParenK(54, 80, QByteArray(300, 'x')) + gsParenK(54, 81, "0");
+        const QString mismatch =
+            goldenMismatch(QStringLiteral("escpos"), QStringLiteral("symboles.txt"),
+                           escpos::dump(decode(bytes)).toUtf8());
+        QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
     }
 
     void tickets_data() {
