@@ -105,7 +105,6 @@ const QList<QByteArray> drawnElsewhere = {
     QByteArray("\x1dr"),  // GS r status
     QByteArray("\x1d"
                "a"),         // GS a automatic status
-    QByteArray("\x10\x04"),  // DLE EOT status
     QByteArray("\x1c"),      // FS: Kanji settings (FS . FS ( A FS S FS -), NV pictures
 };
 
