@@ -28,7 +28,14 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
                        "1234567890128\x00"
                        "\x1bp\x00\x01\x02\x1dVA\x01\x1dV\x01"
                        "\x1bL\x1bT\x01"
-                       "E\x0c\x1bLF"));
+                       "E\x0c\x1bLF"
+                       "\x1d(k\x03\x00"
+                       "1Q0\x1d(k\x05\x00"
+                       "1P0QR\x1d(k\x03\x00"
+                       "1Q0"
+                       // A long marker, its label cut with an ellipsis.
+                       "\x1d(k\x20\x00"
+                       "ABCDEFGHIJ"));
     warmUp.finish();
     for (const escpos::Sheet& sheet : warmUp.document().sheets) (void)escpos::renderSheet(sheet);
     return 0;

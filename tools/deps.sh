@@ -9,7 +9,7 @@ KALVO_DEPS=(
     cups printer-driver-cups-pdf poppler-utils
     xvfb xauth x11-utils
     clang libclang-rt-14-dev
-    libzint-dev zxing-cpp-tools fonts-vlgothic
+    libzint-dev zxing-cpp-tools libzxing-dev fonts-vlgothic
     strace lintian umockdev libumockdev-dev udev
     wine wine64 gcc-mingw-w64-x86-64
 )

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "escpos/barcodes.h"
+#include "escpos/symbols.h"
 
 namespace escpos {
 
@@ -144,6 +144,7 @@ void Decoder::reset() {
     barHeight_ = 162;
     hriPosition_ = 0;
     hriFontB_ = false;
+    symbols_ = SymbolSettings{};
     pageMode_ = false;
     direction_ = 0;
     page_ = Page{};
@@ -262,7 +263,7 @@ qsizetype Decoder::commandLength(QByteArrayView d) const {
                     }
                     return 3 + maxBarcodeData + 1;
                 }
-                if (m >= 65 && m <= 73) return have < 4 ? more : whole(4 + at(d, 3));
+                if (m >= 65 && m <= 79) return have < 4 ? more : whole(4 + at(d, 3));
                 return 3;
             }
             case 'v':
@@ -487,6 +488,7 @@ void Decoder::escape(QByteArrayView c) {
 void Decoder::groupSeparator(QByteArrayView c) {
     if (c.size() < 2) return;
     const unsigned char cmd = at(c, 1);
+    if (cmd == '(' && at(c, 2) == 'k') return symbolFunction(c);
     const int n = c.size() > 2 ? at(c, 2) : 0;
     switch (cmd) {
         case '!': {
@@ -522,7 +524,7 @@ void Decoder::groupSeparator(QByteArrayView c) {
                     return mark(c.first(3), QStringLiteral("code-barres sans NUL final"));
                 return barcode(m, data.chopped(1).toByteArray());
             }
-            if (m >= 65 && m <= 73) return barcode(m, c.sliced(4).toByteArray());
+            if (m >= 65 && m <= 79) return barcode(m, c.sliced(4).toByteArray());
             return mark(c, QStringLiteral("type de code-barres inconnu"));
         }
         case 'V': {
@@ -641,33 +643,6 @@ void Decoder::cut(bool partial, int feed, QByteArrayView bytes) {
 
 void Decoder::pulse(int pin, int onMs, int offMs, QByteArrayView bytes) {
     addBlock(Pulse{pin, onMs, offMs, bytes.toByteArray()});
-}
-
-void Decoder::barcode(int system, const QByteArray& data) {
-    Barcode b = encodeBarcode(system, data);
-    b.module = barModule_;
-    b.height = barHeight_;
-    b.hriPosition = hriPosition_;
-    b.hriFontB = hriFontB_;
-    if (pageMode_) {
-        addBlock(Note{QStringLiteral("code-barres %1 en mode page, non rendu").arg(b.symbology)});
-        return;
-    }
-    if (!line_.empty()) printLine();
-    const int room = pageLineLength();
-    if (b.error.isEmpty()) {
-        b.width = patternDots(b.pattern, b.module);
-        if (b.width > room)
-            b.error = QStringLiteral("plus large que le papier (%1 points pour %2)")
-                          .arg(b.width)
-                          .arg(room);
-    }
-    const int shift = b.error.isEmpty() ? (justification_ == 1   ? (room - b.width) / 2
-                                           : justification_ == 2 ? room - b.width
-                                                                 : 0)
-                                        : 0;
-    b.x = leftMargin_ + shift;
-    addBlock(std::move(b));
 }
 
 void Decoder::bitImage(QByteArrayView c) {

@@ -8,6 +8,7 @@
 
 #include "escpos/document.h"
 #include "escpos/line_builder.h"
+#include "escpos/symbols.h"
 
 namespace escpos {
 
@@ -45,6 +46,8 @@ class Decoder {
     void cut(bool partial, int feed, QByteArrayView bytes);
     void pulse(int pin, int onMs, int offMs, QByteArrayView bytes);
     void barcode(int system, const QByteArray& data);
+    void symbolFunction(QByteArrayView c);  // GS ( k
+    void placeSymbol(Barcode symbol);
     void bitImage(QByteArrayView c);
     void selectPaper(int n);
     void ejectSlip(QByteArrayView bytes);
@@ -85,6 +88,7 @@ class Decoder {
     // Barcode settings.
     int barModule_ = 3, barHeight_ = 162, hriPosition_ = 0;
     bool hriFontB_ = false;
+    SymbolSettings symbols_;
     // Page mode.
     bool pageMode_ = false;
     int direction_ = 0;

@@ -3,6 +3,7 @@
 // ticket ends at each cut, a slip when it is ejected), each a column of
 // blocks from top to bottom. Every length is in printer dots at 203 dpi.
 #include <QByteArray>
+#include <QImage>
 #include <QList>
 #include <QString>
 #include <algorithm>
@@ -82,15 +83,19 @@ struct Line {
     int advance = 0;  // paper fed by the line: at least its height
 };
 
+// A bar code (GS k) or a two-dimensional symbol (GS ( k), drawn at the
+// printer's dots.
 struct Barcode {
-    QString symbology;      // "EAN13", "CODE39", ...
-    int system = 0;         // m as sent
+    QString command;        // "GS k" or "GS ( k"
+    QString symbology;      // "EAN13", "QR", ...
+    int system = 0;         // m of GS k, cn of GS ( k
     QByteArray data;        // as sent
+    QString settings;       // what shaped it: module, correction, size...
     QString error;          // why the printer refuses it, empty when printed
-    QString pattern;        // bar, space, bar...: '1'-'4' modules, or 'n'/'w'
+    QImage picture;         // one pixel a dot, black on white
     QString hri;            // the human-readable text
-    int module = 3;         // GS w
-    int height = 162;       // GS h
+    int module = 3;         // dots a module
+    int height = 162;       // GS h: the bars of a linear code
     int hriPosition = 0;    // GS H: 0 none, 1 above, 2 below, 3 both
     bool hriFontB = false;  // GS f
     int x = 0;

@@ -121,20 +121,26 @@ QStringList lineText(const Line& line, const QString& head) {
 QString barcodeText(const Barcode& b) {
     static const char* const hri[] = {"sans texte", "texte dessus", "texte dessous",
                                       "texte dessus et dessous"};
-    QString text = QStringLiteral("code-barres %1 (m=%2) %3, module %4, hauteur %5, %6")
-                       .arg(b.symbology)
-                       .arg(b.system)
-                       .arg(quotedText(QString::fromLatin1(b.data)))
-                       .arg(b.module)
-                       .arg(b.height)
-                       .arg(QLatin1String(hri[b.hriPosition & 3]));
-    if (b.hriPosition)
+    const bool linear = b.command == QStringLiteral("GS k");
+    QString text =
+        QStringLiteral("%1 %2 (%3 %4=%5) %6")
+            .arg(linear ? QStringLiteral("code-barres") : QStringLiteral("symbole"), b.symbology,
+                 b.command, linear ? QStringLiteral("m") : QStringLiteral("cn"))
+            .arg(b.system)
+            .arg(quotedText(QString::fromLatin1(b.data)));
+    if (linear)
+        text += QStringLiteral(", module %1, hauteur %2, %3")
+                    .arg(b.module)
+                    .arg(b.height)
+                    .arg(QLatin1String(hri[b.hriPosition & 3]));
+    else
+        text += QStringLiteral(", ") + b.settings;
+    if (linear && b.hriPosition)
         text += b.hriFontB ? QStringLiteral(" police B") : QStringLiteral(" police A");
     if (!b.error.isEmpty()) return text + QStringLiteral("\n    refusé : ") + b.error;
-    return text + QStringLiteral("\n    @%1 largeur %2, texte %3\n    barres %4")
-                      .arg(b.x)
-                      .arg(b.width)
-                      .arg(quotedText(b.hri), b.pattern);
+    text += QStringLiteral("\n    @%1 %2x%3 points").arg(b.x).arg(b.width).arg(b.picture.height());
+    if (linear) text += QStringLiteral(", texte ") + quotedText(b.hri);
+    return text;
 }
 
 QStringList pageText(const Page& p) {

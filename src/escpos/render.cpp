@@ -4,7 +4,6 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "escpos/barcodes.h"
 #include "escpos/glyphs.h"
 
 namespace escpos {
@@ -37,7 +36,7 @@ int blockHeight(const Block& block) {
         return std::max(line->advance, line->height) + (line->markers.empty() ? 0 : markerBand);
     if (const auto* b = std::get_if<Barcode>(&block)) {
         if (!b->error.isEmpty()) return refusedHeight;
-        int h = b->height + 8;
+        int h = b->picture.height() + 8;
         if (b->hriPosition & 1) h += hriHeight(*b) + 4;
         if (b->hriPosition & 2) h += hriHeight(*b) + 4;
         return h;
@@ -120,7 +119,7 @@ class SheetPainter {
 
     void barcode(const Barcode& b, int top) {
         if (!b.error.isEmpty()) {
-            remark(QStringLiteral("Code-barres %1 refusé : %2").arg(b.symbology, b.error), top,
+            remark(QStringLiteral("%1 %2 refusé : %3").arg(b.command, b.symbology, b.error), top,
                    refusedHeight, markerColour);
             return;
         }
@@ -139,15 +138,8 @@ class SheetPainter {
             hriText(y);
             y += hriH + 4;
         }
-        int x = edge(b.x);
-        bool bar = true;
-        for (const QChar e : b.pattern) {
-            const int w = elementDots(e, b.module);
-            if (bar) p_.fillRect(x, y, w, b.height, Qt::black);
-            x += w;
-            bar = !bar;
-        }
-        y += b.height + 4;
+        p_.drawImage(QPoint(edge(b.x), y), b.picture);
+        y += b.picture.height() + 4;
         if (b.hriPosition & 2) hriText(y);
     }
 

@@ -3,7 +3,6 @@
 #include <QtTest>
 
 #include "accent_advice.h"
-#include "escpos/barcodes.h"
 #include "escpos/decoder.h"
 #include "escpos/dump.h"
 #include "escpos/render.h"
@@ -90,52 +89,6 @@ class EscPos : public QObject {
         const double share = difference(image, QImage::fromData(reference, "PNG"));
         QVERIFY2(share < 0.01,
                  qPrintable(QStringLiteral("%1 % of the pixels differ").arg(share * 100)));
-    }
-
-    void barcodes_data() {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<QString>("hri");  // or the start of the refusal
-        QTest::addColumn<int>("modules");  // total width at one dot a module, 0 for two-width codes
-        QTest::newRow("UPC-A check digit added")
-            << 0 << QByteArray("03600029145") << "036000291452" << 95;
-        QTest::newRow("UPC-A wrong check digit")
-            << 65 << QByteArray("036000291453") << "!le chiffre de contrôle devrait être 2" << 0;
-        QTest::newRow("UPC-E") << 1 << QByteArray("0425261") << "04252614" << 51;
-        QTest::newRow("EAN13 form B") << 67 << QByteArray("327024114022") << "3270241140224" << 95;
-        QTest::newRow("EAN13 letters")
-            << 2 << QByteArray("32702411402A") << "!des chiffres seulement" << 0;
-        QTest::newRow("EAN8") << 3 << QByteArray("9638507") << "96385074" << 67;
-        QTest::newRow("CODE39 start and stop added") << 4 << QByteArray("AB-1") << "*AB-1*" << 0;
-        QTest::newRow("CODE39 lower case")
-            << 69 << QByteArray("ab") << "!caractère 61 hors de CODE39" << 0;
-        QTest::newRow("ITF odd count")
-            << 5 << QByteArray("123") << "!un nombre pair de chiffres" << 0;
-        QTest::newRow("CODABAR") << 71 << QByteArray("A40156B") << "A40156B" << 0;
-        QTest::newRow("CODABAR without stop")
-            << 6 << QByteArray("A40156") << "!commence et finit" << 0;
-        QTest::newRow("CODE93 check characters")
-            << 72 << QByteArray("TEST93") << "TEST93" << 9 * 10 + 1;
-        QTest::newRow("CODE128 set C")
-            << 73 << QByteArray("{C\x0c\x22\x38") << "123456" << 11 * 5 + 13;
-        QTest::newRow("CODE128 no set") << 73 << QByteArray("12") << "!les données commencent" << 0;
-        QTest::newRow("unknown system")
-            << 7 << QByteArray("1") << "!type de code-barres inconnu" << 0;
-    }
-    void barcodes() {
-        QFETCH(int, system);
-        QFETCH(QByteArray, data);
-        QFETCH(QString, hri);
-        QFETCH(int, modules);
-        const escpos::Barcode b = escpos::encodeBarcode(system, data);
-        if (hri.startsWith(u'!')) {
-            QVERIFY2(b.error.startsWith(hri.mid(1)), qPrintable(b.error));
-            return;
-        }
-        QVERIFY2(b.error.isEmpty(), qPrintable(b.error));
-        QCOMPARE(b.hri, hri);
-        if (modules) QCOMPARE(escpos::patternDots(b.pattern, 1), modules);
-        QCOMPARE(b.pattern.size() % 2, 1);  // starts and ends with a bar
     }
 
     // A table in which no mode prints the accents: the advice says what to change.
