@@ -48,6 +48,15 @@ qint32 usableCount(RecordStore& store, qint32 count) {
     return qint32(qMax<qint64>(0, store.size(files::params) / recordLength - 1));
 }
 
+// The entries that a search walks: those of the count that lie in the file.
+// One beyond its end reads as zero bytes and matches no key, so a head whose
+// count runs ahead of the file (a cut write, a garbled head) is not followed
+// into thousands of empty reads.
+qint32 searchedCount(RecordStore& store, qint32 count) {
+    const qint64 inFile = (store.size(files::params) + recordLength - 1) / recordLength - 1;
+    return qint32(qBound<qint64>(0, inFile, qint64(count)));
+}
+
 QByteArray keyOf(const QByteArray& record) {
     return record.mid(keyOffset, keyWidth);
 }
@@ -63,7 +72,7 @@ QString lit_param(RecordStore& store, const QString& cle) {
     ParamSession session(store);
     const QByteArray key = paddedKey(cle);
     const qint32 count = usableCount(store, countOf(store.get(files::params, 1)));
-    for (qint32 i = 1; i <= count; ++i) {
+    for (qint32 i = 1, last = searchedCount(store, count); i <= last; ++i) {
         const QByteArray record = store.get(files::params, i + 1);
         if (keyOf(record) == key) return codec::boxText(record.left(valueWidth)).trimmed();
     }
@@ -74,7 +83,7 @@ void ecrit_param(RecordStore& store, const QString& cle, const QString& valeur) 
     ParamSession session(store);
     const QByteArray key = paddedKey(cle);
     const qint32 count = usableCount(store, countOf(store.get(files::params, 1)));
-    for (qint32 i = 1; i <= count; ++i) {
+    for (qint32 i = 1, last = searchedCount(store, count); i <= last; ++i) {
         QByteArray record = store.get(files::params, i + 1);
         if (keyOf(record) == key) {
             // The integers beside the value are the sales program's: kept.
