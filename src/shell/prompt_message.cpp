@@ -44,8 +44,7 @@ void readCallerSlots(PromptMessage& m) {
         from = end + 1;
         if (item.isEmpty()) continue;
         m.callerSlots.push_back(
-            {slot,
-             QStringLiteral("%1:%2").arg(slot, 3, 10, QLatin1Char('0')).arg(item.chopped(1)),
+            {slot, QStringLiteral("%1:%2").arg(slot, 3, 10, QLatin1Char('0')).arg(item.chopped(1)),
              item.right(1)});
     }
 }

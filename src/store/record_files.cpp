@@ -14,7 +14,9 @@ const QByteArray marker = QByteArrayLiteral("#INIT#");
 const QByteArray blank(files::recordLength, ' ');
 
 // Records 1 to last of a file being made, blank, as one run of bytes.
-QByteArray blankRecords(int last) { return blank.repeated(last); }
+QByteArray blankRecords(int last) {
+    return blank.repeated(last);
+}
 
 void setRecord(QByteArray& run, int record, QByteArrayView bytes) {
     run.replace(qsizetype(record - 1) * files::recordLength, files::recordLength,

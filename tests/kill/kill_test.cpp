@@ -62,8 +62,14 @@ Run runFlow(const Setup& s, const QString& flow, const QString& dir, bool seeded
     QString program = s.flowrun;
     if (!log.isEmpty()) {
         program = QStringLiteral("strace");
-        args << "-f" << "-qq" << "-y" << "-xx" << "-s" << "1000000" << "-o" << log
-             << "-e" << "trace=write,pwrite64,lseek";
+        args << "-f"
+             << "-qq"
+             << "-y"
+             << "-xx"
+             << "-s"
+             << "1000000"
+             << "-o" << log << "-e"
+             << "trace=write,pwrite64,lseek";
         if (killAt) args << "-e" << QStringLiteral("inject=write:signal=KILL:when=%1").arg(killAt);
         for (const QString& name : dataFiles) args << "-P" << QDir(dir).filePath(name);
         args << s.flowrun;
@@ -75,7 +81,8 @@ Run runFlow(const Setup& s, const QString& flow, const QString& dir, bool seeded
     const bool clean = p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
     run.killed = !clean && run.report.isEmpty();
     if (!clean && !run.killed)
-        fail(QStringLiteral("%1 failed: %2").arg(flow, QString::fromUtf8(p.readAllStandardError())));
+        fail(
+            QStringLiteral("%1 failed: %2").arg(flow, QString::fromUtf8(p.readAllStandardError())));
     return run;
 }
 
@@ -134,8 +141,8 @@ QStringList tornRecords(const DirSnapshot& now, const History& history) {
             if (file != history.end())
                 if (const auto values = file->second.find(k); values != file->second.end())
                     known = values->second.count(record) != 0;
-            const bool hole = record.count('\0') == length &&
-                              (file == history.end() || !file->second.count(k));
+            const bool hole =
+                record.count('\0') == length && (file == history.end() || !file->second.count(k));
             if (!known && !hole) torn << QStringLiteral("%1 %2").arg(name).arg(k + 1);
         }
     }
@@ -189,7 +196,8 @@ QStringList restartAndRerun(const Setup& s, const QString& dir, bool wordLeft) {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList a = app.arguments();
-    if (a.size() < 5) fail(QStringLiteral("usage: kill_test FLOWRUN FLOW RESTART_FLOW WORK_DIR [SCREEN]"));
+    if (a.size() < 5)
+        fail(QStringLiteral("usage: kill_test FLOWRUN FLOW RESTART_FLOW WORK_DIR [SCREEN]"));
     Setup s{a[1], a[2], a[3], a[4], a.value(5), {}};
     const QString name = QFileInfo(s.flow).baseName();
     s.work = QDir(s.work).absoluteFilePath(name);
@@ -198,8 +206,9 @@ int main(int argc, char** argv) {
     s.work = QFileInfo(s.work).canonicalFilePath();  // strace matches resolved paths
     QDir().mkpath(s.work + QStringLiteral("/tmp"));
     s.seedFlow = seedOnlyFlow(s.flow, s.work);
-    const QString seeded = s.work + QStringLiteral("/seeded"), ref = s.work + QStringLiteral("/ref"),
-                  cut = s.work + QStringLiteral("/cut"), log = s.work + QStringLiteral("/strace.log");
+    const QString seeded = s.work + QStringLiteral("/seeded"),
+                  ref = s.work + QStringLiteral("/ref"), cut = s.work + QStringLiteral("/cut"),
+                  log = s.work + QStringLiteral("/strace.log");
 
     // The run without a kill: its writes, then the restart and the flow again.
     runFlow(s, s.seedFlow, seeded, false);
@@ -235,11 +244,13 @@ int main(int argc, char** argv) {
             problems << QStringLiteral("torn: ") + torn.mid(0, 5).join(QStringLiteral(", "));
         problems << restartAndRerun(s, cut, clearing && n <= clearing);
         if (const QStringList d = changedRecords(wanted, snapshotDir(cut)); !d.isEmpty())
-            problems << QStringLiteral("after the restart: ") + d.mid(0, 3).join(QStringLiteral("; "));
+            problems << QStringLiteral("after the restart: ") +
+                            d.mid(0, 3).join(QStringLiteral("; "));
         if (problems.isEmpty())
             ++recovered;
         else
-            std::printf("%s: %s\n", qPrintable(where), qPrintable(problems.join(QStringLiteral("; "))));
+            std::printf("%s: %s\n", qPrintable(where),
+                        qPrintable(problems.join(QStringLiteral("; "))));
     }
     std::printf("%s: %d kill points tried, %d recovered\n", qPrintable(name), points, recovered);
     return points > 0 && recovered == points ? 0 : 1;

@@ -6,7 +6,7 @@
 #include <vector>
 
 struct LoggedWrite {
-    QString file;     // the file's name, without its directory
+    QString file;  // the file's name, without its directory
     qint64 offset = 0;
     QByteArray bytes;
     bool positioned = false;  // pwrite64: its offset is its own, not the file's
