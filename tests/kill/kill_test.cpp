@@ -62,14 +62,8 @@ Run runFlow(const Setup& s, const QString& flow, const QString& dir, bool seeded
     QString program = s.flowrun;
     if (!log.isEmpty()) {
         program = QStringLiteral("strace");
-        args << "-f"
-             << "-qq"
-             << "-y"
-             << "-xx"
-             << "-s"
-             << "1000000"
-             << "-o" << log << "-e"
-             << "trace=write,pwrite64,lseek";
+        args = QStringList{"-f",      "-qq", "-y", "-xx", "-s",
+                           "1000000", "-o",  log,  "-e",  "trace=write,pwrite64,lseek"};
         if (killAt) args << "-e" << QStringLiteral("inject=write:signal=KILL:when=%1").arg(killAt);
         for (const QString& name : dataFiles) args << "-P" << QDir(dir).filePath(name);
         args << s.flowrun;
