@@ -26,7 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // A count that a table may have but that runs far beyond the file makes
     // each read walk up to 65,535 empty records: brought to a few records
     // beyond the end, which is the same path. Garbled counts stay.
-    if (content.size() >= 114) {
+    if (content.size() > 110) {
+        content.append(qMax<qsizetype>(0, 114 - content.size()), '\0');  // the count whole
         const qint32 count = qFromLittleEndian<qint32>(content.constData() + 110);
         const qint32 near = qint32(content.size() / 144) + 4;
         if (count > near && count <= 65535)
