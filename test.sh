@@ -33,4 +33,29 @@ if cmake -S fuzz -B build-fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ >/dev/null 
 else
     status=1
 fi
+# The readers of bytes that the tool did not write (the numeric rule, the
+# record files, the tables, the ticket lines, the port strings, the prompt
+# dialog's message, the code strings): each of their fuzzers, built above,
+# runs 5 seconds from its seeds in fuzz/readers/NAME; a finding lands in
+# build-fuzz/ as NAME-crash-... and is to become a seed or a test row.
+echo "=== readers' fuzzers ==="
+for reader in numeric record_files param_table switch_table ticket_lines port_settings \
+    prompt_message code_string; do
+    if [ ! -x "build-fuzz/${reader}_fuzzer" ]; then
+        status=1
+        continue
+    fi
+    # Absolute paths: the record file fuzzers work in a scratch directory.
+    corpus="$PWD/build-fuzz/corpus-$reader" log="$PWD/build-fuzz/$reader.log"
+    mkdir -p "$corpus"
+    if ASAN_OPTIONS=detect_leaks=0:malloc_context_size=0 "build-fuzz/${reader}_fuzzer" \
+        -max_len=8192 -rss_limit_mb=2048 -timeout=10 -max_total_time=5 -print_final_stats=1 \
+        -artifact_prefix="$PWD/build-fuzz/$reader-" "$corpus" "$PWD/fuzz/readers/$reader" \
+        >"$log" 2>&1; then
+        echo "$reader: $(grep -o 'number_of_executed_units: *[0-9]*' "$log") in 5 s"
+    else
+        tail -40 "$log"
+        status=1
+    fi
+done
 exit $status

@@ -106,7 +106,9 @@ void charge_theme(Context& ctx) {
     QByteArray first;
     skip([&] { first = ctx.get(sales(rec::themeColourFirst)); });
     if (!first.startsWith("##")) {
-        for (int r = rec::themeColourFirst; r <= rec::themeColourLast; ++r)
+        // The first colour, which says that the six are there, goes last: a
+        // start cut before it writes the six again.
+        for (int r = rec::themeColourLast; r >= rec::themeColourFirst; --r)
             skip([&] { ctx.put(sales(r), "##4210752"); });
     }
     for (int r = rec::themeColourFirst; r <= rec::themeColourLast; ++r)

@@ -13,6 +13,7 @@
 #include "shell/modal.h"
 #include "shell/onscreen_keyboard.h"
 #include "shell/placing.h"
+#include "shell/prompt_message.h"
 #include "shell/system_printers.h"
 #include "store/failure.h"
 #include "store/numeric.h"
@@ -26,26 +27,6 @@ constexpr int textTop = 22;
 constexpr int entryTop = 132;
 constexpr int tickTop = 176;
 constexpr int barBottomMargin = 18;
-
-// Takes the prefix off the head of the text; true when it was there.
-bool takePrefix(QString& text, const QString& prefix) {
-    if (!text.startsWith(prefix)) return false;
-    text.remove(0, prefix.size());
-    return true;
-}
-
-// Splits "message|value" at the first "|": the text keeps the message.
-QString takeValue(QString& text) {
-    const qsizetype bar = text.indexOf(QLatin1Char('|'));
-    if (bar < 0) return {};
-    const QString value = text.mid(bar + 1);
-    text.truncate(bar);
-    return value;
-}
-
-QString slotDefinition(int slot, const QString& rest) {
-    return QStringLiteral("%1:%2").arg(slot, 3, 10, QLatin1Char('0')).arg(rest);
-}
 }  // namespace
 
 form97::form97(Context& context) : Screen(context, QStringLiteral("form97")) {
@@ -107,91 +88,65 @@ void form97::buildControls() {
 }
 
 void form97::load() {
-    QString& msg = ctx.msg_dialogue;
-    const int entryKind = ctx.retour_dialogue;
-
-    if (takePrefix(msg, QStringLiteral("#COU#"))) {
-        const int colour = int(numericValue(msg.left(3)));
-        msg.remove(0, 4);
+    const PromptMessage m = readPromptMessage(ctx.msg_dialogue, ctx.retour_dialogue);
+    if (m.colour)
         skip([&] {
             QPalette text = Text1_->palette();
-            text.setColor(QPalette::WindowText, paletteColour(colour));
+            text.setColor(QPalette::WindowText, paletteColour(*m.colour));
             Text1_->setPalette(text);
         });
-    }
-    if (takePrefix(msg, QStringLiteral("#POL#"))) {
-        const int size = int(numericValue(msg.left(3)));
-        msg.remove(0, 4);
+    if (m.fontSize)
         skip([&] {
-            if (size <= 0) throw Failure(QStringLiteral("Taille de police incorrecte"));
+            if (*m.fontSize <= 0) throw Failure(QStringLiteral("Taille de police incorrecte"));
             QFont font = Text1_->font();
-            font.setPointSize(size);
+            font.setPointSize(*m.fontSize);
             Text1_->setFont(font);
         });
-    }
-    QString tail;
-    const qsizetype mark = msg.indexOf(QStringLiteral("#MKM#"));
-    if (mark >= 0) {
-        tail = msg.mid(mark + 5);
-        msg.truncate(mark);
-        if (!tail.trimmed().isEmpty()) showTickBox(tail);
-    }
+    if (m.tickBox) showTickBox(m.tail);
 
     pose_cadre(*this);
     centre_ecran(*this);
 
-    if (takePrefix(msg, QStringLiteral("#A#")))
-        Text1_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    const bool yesNo = takePrefix(msg, QStringLiteral("ON|"));
+    if (m.leftAligned) Text1_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     skip([&] { Image1_->setPixmap(pictureOf(ctx.icc().Image1, 2)); });
 
     QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
     pointerSet_ = true;
 
-    if (takePrefix(msg, QStringLiteral("*")))
-        cree_bouton(*this, QStringLiteral("003:127:Recherc."));
-    if (takePrefix(msg, QStringLiteral("}")))
-        cree_bouton(*this, QStringLiteral("000:125:Sel.Impr"));
+    if (m.search) cree_bouton(*this, QStringLiteral("003:127:Recherc."));
+    if (m.choosePrinter) cree_bouton(*this, QStringLiteral("000:125:Sel.Impr"));
 
-    if (entryKind == -654) {
-        boxMode_ = true;
-        kind_ = 4;
+    boxMode_ = m.boxMode;
+    entry_ = m.entry;
+    kind_ = m.kind;
+    if (m.boxMode) {
         Label2_->setText(QStringLiteral("BOX"));
-        Text3_->setText(takeValue(msg));
+        Text3_->setText(m.value);
         Text3_->show();
-    } else {
-        takeFlags(entryKind);
     }
-
-    createKindSlots(tail, yesNo);
-    arrangeBar();
-    fitMessage();
-
-    Text1_->setText(msg);
-    ctx.ui.letEventsRun();
-}
-
-void form97::takeFlags(int kind) {
-    if (kind > 100000) {
-        kind -= 100000;
+    if (m.password) {
         Text2_->setEchoMode(QLineEdit::Password);
         Text2_->setStyleSheet(QStringLiteral("lineedit-password-character: 42"));
     }
-    if (kind > 10000) kind -= 10000;
-    if (kind > 1000) kind -= 1000;
-    if (kind > 128) {
-        kind -= 128;
-        entry_ = true;
-        Text2_->setText(takeValue(ctx.msg_dialogue));
+    if (m.entry) {
+        Text2_->setText(m.value);
         Text2_->show();
         Text2_->selectAll();
         cree_bouton(*this, QStringLiteral("002:126:Clavier"));
     }
-    kind_ = kind;
+
+    createKindSlots(m);
+    arrangeBar();
+    fitMessage();
+
+    ctx.msg_dialogue = m.text;
+    Text1_->setText(m.text);
+    ctx.ui.letEventsRun();
 }
 
-void form97::createKindSlots(const QString& tail, bool yesNo) {
+void form97::createKindSlots(const PromptMessage& m) {
+    const bool yesNo = m.yesNo;
     switch (kind_) {
         case 0:
             cree_bouton(*this, QStringLiteral("001:124:Valider"));
@@ -209,21 +164,13 @@ void form97::createKindSlots(const QString& tail, bool yesNo) {
             cree_bouton(*this,
                         yesNo ? QStringLiteral("006:124:Oui") : QStringLiteral("006:124:Valider"));
             break;
-        case -4: {
+        case -4:
             cree_bouton(*this, QStringLiteral("001:108:Annuler"));
-            // Items "124:Imprimer1|": image, caption and the tag as last character.
-            qsizetype from = 0;
-            for (int slot = 7; slot <= 11; ++slot) {
-                const qsizetype end = tail.indexOf(QLatin1Char('|'), from);
-                if (end < 0) break;
-                const QString item = tail.mid(from, end - from);
-                from = end + 1;
-                if (item.isEmpty()) continue;
-                cree_bouton(*this, slotDefinition(slot, item.chopped(1)));
-                tags_[slot] = item.right(1);
+            for (const PromptMessage::CallerSlot& slot : m.callerSlots) {
+                cree_bouton(*this, slot.definition);
+                tags_[slot.slot] = slot.tag;
             }
             break;
-        }
         default:
             break;  // no slot: only a key or a double click leaves the dialog
     }

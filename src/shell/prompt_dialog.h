@@ -7,6 +7,7 @@
 
 class QLineEdit;
 class QCheckBox;
+struct PromptMessage;
 
 class form97 : public Screen {
     Q_OBJECT
@@ -28,8 +29,7 @@ class form97 : public Screen {
     void buildControls();
     void showTickBox(const QString& tail);
     void setTick(int value);
-    void takeFlags(int kind);
-    void createKindSlots(const QString& tail, bool yesNo);
+    void createKindSlots(const PromptMessage& m);
     void arrangeBar();
     void fitMessage();
     void chooseSystemPrinter();

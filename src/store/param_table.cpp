@@ -52,6 +52,20 @@ QByteArray keyOf(const QByteArray& record) {
     return record.mid(keyOffset, keyWidth);
 }
 
+// The first entry of the count whose key is the key, 0 when none is. The
+// entries that lie in the file are read; one beyond its end reads as zero
+// bytes, which only a key of zero bytes matches, and then the first of them
+// does. So a head whose count runs ahead of the file (a cut write, a
+// garbled head) is not followed into thousands of empty reads.
+qint32 findEntry(RecordStore& store, const QByteArray& key, qint32 count) {
+    const qint64 inFile = (store.size(files::params) + recordLength - 1) / recordLength - 1;
+    const qint32 read = qint32(qBound<qint64>(0, inFile, qint64(count)));
+    for (qint32 i = 1; i <= read; ++i)
+        if (keyOf(store.get(files::params, i + 1)) == key) return i;
+    if (count > read && key.count('\0') == key.size()) return read + 1;
+    return 0;
+}
+
 void setValue(QByteArray& record, const QString& valeur) {
     const QByteArray value = FixedString(valueWidth, codec::toBytes(valeur)).bytes();
     record.replace(0, valueWidth, value);
@@ -63,10 +77,8 @@ QString lit_param(RecordStore& store, const QString& cle) {
     ParamSession session(store);
     const QByteArray key = paddedKey(cle);
     const qint32 count = usableCount(store, countOf(store.get(files::params, 1)));
-    for (qint32 i = 1; i <= count; ++i) {
-        const QByteArray record = store.get(files::params, i + 1);
-        if (keyOf(record) == key) return codec::boxText(record.left(valueWidth)).trimmed();
-    }
+    if (const qint32 i = findEntry(store, key, count))
+        return codec::boxText(store.get(files::params, i + 1).left(valueWidth)).trimmed();
     return QString();
 }
 
@@ -74,14 +86,12 @@ void ecrit_param(RecordStore& store, const QString& cle, const QString& valeur) 
     ParamSession session(store);
     const QByteArray key = paddedKey(cle);
     const qint32 count = usableCount(store, countOf(store.get(files::params, 1)));
-    for (qint32 i = 1; i <= count; ++i) {
+    if (const qint32 i = findEntry(store, key, count)) {
+        // The integers beside the value are the sales program's: kept.
         QByteArray record = store.get(files::params, i + 1);
-        if (keyOf(record) == key) {
-            // The integers beside the value are the sales program's: kept.
-            setValue(record, valeur);
-            store.put(files::params, i + 1, record);
-            return;
-        }
+        setValue(record, valeur);
+        store.put(files::params, i + 1, record);
+        return;
     }
     // A new entry: the head's count is raised and written before the entry.
     QByteArray head = store.get(files::params, 1);

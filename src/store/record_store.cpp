@@ -57,8 +57,19 @@ void RecordStore::put(int fileNumber, int record, QByteArrayView bytes) {
     if (record < 1) throw Failure(QStringLiteral("Numéro d'enregistrement incorrect"));
     QByteArray out(f.recordLength, ' ');
     std::copy_n(bytes.data(), qMin<qsizetype>(bytes.size(), f.recordLength), out.data());
+    writeAt(f, record, out);
+}
+
+void RecordStore::putRecords(int fileNumber, int first, QByteArrayView bytes) {
+    const OpenFile& f = file(fileNumber);
+    if (first < 1 || bytes.size() % f.recordLength != 0)
+        throw Failure(QStringLiteral("Numéro d'enregistrement incorrect"));
+    writeAt(f, first, bytes);
+}
+
+void RecordStore::writeAt(const OpenFile& f, int record, QByteArrayView bytes) {
     const qint64 offset = qint64(record - 1) * f.recordLength;
-    if (!f.file->seek(offset) || f.file->write(out) != out.size())
+    if (!f.file->seek(offset) || f.file->write(bytes.data(), bytes.size()) != bytes.size())
         throw Failure(QStringLiteral("Écriture impossible dans %1").arg(f.name));
 }
 

@@ -33,6 +33,10 @@ public:
     // not open, a record number below 1 or a failing disk.
     QByteArray get(int fileNumber, int record) const;
     void put(int fileNumber, int record, QByteArrayView bytes);
+    // Whole records from `first` on, in one write: the size of the bytes is a
+    // multiple of the record length. A first initialisation writes its many
+    // records so, and a kill leaves each of them before or after that write.
+    void putRecords(int fileNumber, int first, QByteArrayView bytes);
 
     qint64 size(int fileNumber) const;  // throws Failure when not open
     int recordLength(int fileNumber) const;
@@ -41,5 +45,6 @@ public:
 private:
     struct OpenFile;
     const OpenFile& file(int fileNumber) const;
+    static void writeAt(const OpenFile& f, int record, QByteArrayView bytes);
     std::map<int, std::unique_ptr<OpenFile>> files_;
 };

@@ -53,20 +53,21 @@ void ouvre_fe1032(RecordStore& store, const QDate& today) {
     store.close(files::ticketLines);
     store.open(files::ticketLines, QString::fromLatin1(files::ticketLinesName), recordLength);
     if (hasMarker(store.get(files::ticketLines, 1))) return;
+    // Lines 2 to 102 in one write, then the head with its marker: a cut
+    // initialisation has no marker and is made again.
     TicketLine line;
-    line.texte = QByteArrayLiteral("#INIT#") + markerDate(today);
     line.taille = 8.0f;
-    line.police = "INIT";
-    store.put(files::ticketLines, 1, line.toRecord());
-    line.texte.clear();
-    line.police.clear();
-    for (int n = 2; n <= 102; ++n) store.put(files::ticketLines, n, line.toRecord());
+    QByteArray lines = line.toRecord().repeated(101);
     for (int i = 0; i <= 11; ++i) {
         TicketLine arial;
         arial.pos_x = 500;
         arial.pos_y = 100 + 230 * i;
         arial.taille = 9.0f;
         arial.police = "Arial";
-        store.put(files::ticketLines, i + 2, arial.toRecord());
+        lines.replace(qsizetype(i) * recordLength, recordLength, arial.toRecord());
     }
+    store.putRecords(files::ticketLines, 2, lines);
+    line.texte = QByteArrayLiteral("#INIT#") + markerDate(today);
+    line.police = "INIT";
+    store.put(files::ticketLines, 1, line.toRecord());
 }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <optional>
 
 #include "app/screens.h"
 #include "file_diff.h"
@@ -163,10 +164,18 @@ int main(int argc, char** argv) {
         qEnvironmentVariableIsEmpty("KALVO_SCREENSHOTS")
             ? QString()
             : QDir(qEnvironmentVariable("KALVO_SCREENSHOTS")).absolutePath();
-    QTemporaryDir dataDir;
-    QDir::setCurrent(dataDir.path());
+    // A fresh directory, removed at the end; or the one KALVO_FLOW_DATA
+    // names, kept, and with KALVO_FLOW_SEEDED=1 taken as it stands.
+    const QString keptData = qEnvironmentVariable("KALVO_FLOW_DATA");
+    std::optional<QTemporaryDir> freshDir;
+    if (keptData.isEmpty()) freshDir.emplace();
+    const QString dataPath = keptData.isEmpty() ? freshDir->path() : QDir(keptData).absolutePath();
+    if (!QDir().mkpath(dataPath) || !QDir::setCurrent(dataPath)) {
+        std::fprintf(stderr, "flowrun: cannot use %s\n", qPrintable(dataPath));
+        return 2;
+    }
     try {
-        seed(scenario);
+        if (qEnvironmentVariable("KALVO_FLOW_SEEDED") != QLatin1String("1")) seed(scenario);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "flowrun: %s\n", e.what());
         return 2;
@@ -189,13 +198,13 @@ int main(int argc, char** argv) {
     FlowInteraction ui(registry, scenario, log);
     Context ctx(platform, ui);
     ui.ctx = &ctx;
-    const DirSnapshot before = snapshotDir(dataDir.path());
+    const DirSnapshot before = snapshotDir(dataPath);
 
     // The end of the program, or of the script: nothing after it runs.
     ui.finish = [&](bool ended) {
         print(log.lines);
         print({QStringLiteral("-- records")});
-        print(changedRecords(before, snapshotDir(dataDir.path())));
+        print(changedRecords(before, snapshotDir(dataPath)));
         print({QStringLiteral("-- wire")});
         print(platform.wireReport());
         print(printers->report());
@@ -210,7 +219,7 @@ int main(int argc, char** argv) {
         print({ended ? QStringLiteral("ended: yes") : QStringLiteral("ended: no")});
         std::fflush(stdout);
         QDir::setCurrent(QDir::tempPath());
-        QDir(dataDir.path()).removeRecursively();
+        if (freshDir) QDir(dataPath).removeRecursively();
         platform.removeFiles();
         _exit(0);
     };
