@@ -79,10 +79,14 @@ QStringList pictureText(const Picture& p) {
     return out;
 }
 
-QString requestText(const Request& r) {
+}  // namespace
+
+QString dumpRequest(const Request& r) {
     if (r.bytes.isEmpty()) return QStringLiteral("sans impression : ") + r.what;
     return QStringLiteral("demande : %1 (%2), rien d'imprimé").arg(r.what, hexOf(r.bytes));
 }
+
+namespace {
 
 QString markerText(const Marker& m) {
     QString bytes = hexOf(m.bytes());
@@ -225,13 +229,13 @@ QString dumpSheet(const Sheet& sheet, int number) {
                         .arg(sheet.end)};
     for (const Block& block : sheet.blocks)
         for (const QString& row : blockText(block)) out << row;
-    for (const Request& r : sheet.requests) out << requestText(r);
+    for (const Request& r : sheet.requests) out << dumpRequest(r);
     return out.join(u'\n') + u'\n';
 }
 
 QString dump(const Document& doc) {
     QString out;
-    for (const Request& r : doc.requests) out += requestText(r) + u'\n';
+    for (const Request& r : doc.requests) out += dumpRequest(r) + u'\n';
     int number = 0;
     for (const Sheet& sheet : doc.sheets) out += dumpSheet(sheet, ++number);
     return out;

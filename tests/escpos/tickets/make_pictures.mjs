@@ -45,3 +45,22 @@ const printer = new ThermalPrinter({ type: PrinterTypes.EPSON, width: 48 });
 await printer.printImageBuffer(png);
 printer.cut();
 save('pictures_thermal.bin', printer.getBuffer());
+
+// The README's ticket: a title, the picture in GS v 0, prices with the euro
+// in PC858, a rule and a QR code in GS ( k.
+const readme = new ReceiptPrinterEncoder({ language: 'esc-pos', columns: 48, imageMode: 'raster' });
+save('pictures_readme.bin',
+     readme.initialize().codepage('cp858')
+         .align('center').size(1, 2).line('Boulangerie du Port').size(1, 1)
+         .image({ data: picture.data, width: picture.width, height: picture.height },
+                picture.width, picture.height, 'threshold')
+         .newline()
+         .align('left')
+         .table([{ width: 34 }, { width: 14, align: 'right' }],
+                [['Pain de campagne', '3,20 €'], ['Croissants x2', '2,40 €']])
+         .rule()
+         .bold(true).table([{ width: 34 }, { width: 14, align: 'right' }], [['TOTAL', '5,60 €']])
+         .bold(false)
+         .align('center').qrcode('https://example.org/t/2611-0042', { model: 2, size: 5 })
+         .newline().line('Merci de votre visite !')
+         .cut().encode());
