@@ -57,7 +57,8 @@ constexpr TableName tableNames[] = {
 // Where the printer's table differs from the codec's. Katakana: the half-width
 // katakana of JIS X 0201 between block and line graphics, and a few kanji
 // for dates and prices.
-constexpr char16_t katakanaHigh[128] = {
+// clang-format off
+constexpr char16_t katakanaHigh[128] = {  // 80 to FF, sixteen a row
     u'▁', u'▂', u'▃', u'▄', u'▅', u'▆', u'▇', u'█', u'▏', u'▎', u'▍', u'▌', u'▋', u'▊', u'▉', u'┼',
     u'┴', u'┬', u'┤', u'├', u'▔', u'─', u'│', u'▕', u'┌', u'┐', u'└', u'┘', u'╭', u'╮', u'╰', u'╯',
     u' ', u'｡', u'｢', u'｣', u'､', u'･', u'ｦ', u'ｧ', u'ｨ', u'ｩ', u'ｪ', u'ｫ', u'ｬ', u'ｭ', u'ｮ', u'ｯ',
@@ -67,6 +68,7 @@ constexpr char16_t katakanaHigh[128] = {
     u'═', u'╞', u'╪', u'╡', u'◢', u'◣', u'◥', u'◤', u'♠', u'♥', u'♦', u'♣', u'●', u'○', u'╱', u'╲',
     u'╳', u'円', u'年', u'月', u'日', u'時', u'分', u'秒', u'〒', u'市', u'区', u'町', u'村', u'人', u'▒', u'\u00A0',
 };
+// clang-format on
 
 void adjust(CodeTable& table) {
     if (table.number == 1)

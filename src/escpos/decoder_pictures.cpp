@@ -99,16 +99,15 @@ void Decoder::graphics(QByteArrayView p, QByteArrayView c) {
             if (!needs(10)) return;
             const int scaleX = at(p, 3), scaleY = at(p, 4);
             const int width = word(p, 6), height = word(p, 8);
-            if (scaleX < 1 || scaleX > 2 || scaleY < 1 || scaleY > 2 || width == 0 ||
-                height == 0)
+            if (scaleX < 1 || scaleX > 2 || scaleY < 1 || scaleY > 2 || width == 0 || height == 0)
                 return mark(c.first(std::min<qsizetype>(c.size(), 16)),
                             QStringLiteral("%1 %2 : paramètres hors plage").arg(name).arg(fn));
             const QByteArrayView data = p.sliced(10);
             const bool raster = fn == 112;
             if (data.size() < (raster ? rasterBytes(width, height) : columnBytes(width, height)))
                 return mark(c, QStringLiteral("%1 %2 : données trop courtes").arg(name).arg(fn));
-            Picture picture = raster ? rasterPicture(data, width, height)
-                                     : columnPicture(data, width, height);
+            Picture picture =
+                raster ? rasterPicture(data, width, height) : columnPicture(data, width, height);
             picture.command = QStringLiteral("%1 %2 puis 50").arg(name).arg(fn);
             picture.scaleX = scaleX;
             picture.scaleY = scaleY;
@@ -159,12 +158,12 @@ void Decoder::graphics(QByteArrayView p, QByteArrayView c) {
             const auto& store = fn == 69 ? pictures_.nv : pictures_.downloaded;
             const auto it = store.find(key);
             if (it == store.end())
-                return mark(c, QStringLiteral("%1 %2 : aucune image %3")
-                                   .arg(name)
-                                   .arg(fn)
-                                   .arg(keyName(key)));
+                return mark(
+                    c,
+                    QStringLiteral("%1 %2 : aucune image %3").arg(name).arg(fn).arg(keyName(key)));
             if (scaleX < 1 || scaleX > 2 || scaleY < 1 || scaleY > 2)
-                return mark(c, QStringLiteral("%1 %2 : agrandissement hors plage").arg(name).arg(fn));
+                return mark(c,
+                            QStringLiteral("%1 %2 : agrandissement hors plage").arg(name).arg(fn));
             Picture picture = it->second;
             picture.scaleX = scaleX;
             picture.scaleY = scaleY;
@@ -298,8 +297,10 @@ bool Decoder::requestCommand(QByteArrayView c) {
     const unsigned char b = at(c, 0), cmd = at(c, 1);
     const int n = at(c, 2);
     if (b == DLE) {
-        if (cmd == 0x04) return request(c, QStringLiteral("DLE EOT %1 : état en temps réel").arg(n)), true;
-        if (cmd == 0x05) return request(c, QStringLiteral("DLE ENQ %1 : requête en temps réel").arg(n)), true;
+        if (cmd == 0x04)
+            return request(c, QStringLiteral("DLE EOT %1 : état en temps réel").arg(n)), true;
+        if (cmd == 0x05)
+            return request(c, QStringLiteral("DLE ENQ %1 : requête en temps réel").arg(n)), true;
         if (cmd == 0x14 && n != 1)
             return request(c, QStringLiteral("DLE DC4 %1 : commande en temps réel").arg(n)), true;
         return false;

@@ -168,13 +168,13 @@ struct Sheet {
     int printableWidth = 576;  // dots
     int leftMargin = 32;       // dots from the edge to the printable area
     std::vector<Block> blocks;
-    bool finished = false;  // cut, or ejected
-    QString end;            // how it ended
+    bool finished = false;          // cut, or ejected
+    QString end;                    // how it ended
     std::vector<Request> requests;  // received while the sheet was the last one
 };
 
 struct Document {
-    std::vector<Sheet> sheets;  // in the order they were started
+    std::vector<Sheet> sheets;      // in the order they were started
     std::vector<Request> requests;  // received before any sheet
 };
 

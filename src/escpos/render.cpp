@@ -106,8 +106,9 @@ class SheetPainter {
             QPainter sp(&strip);
             SheetPainter(sp, sheet_).items(line, line.height);
         }
-        p_.drawImage(edge(0), top,
-                     strip.copy(edge(0), 0, sheet_.printableWidth, line.height).mirrored(true, true));
+        p_.drawImage(
+            edge(0), top,
+            strip.copy(edge(0), 0, sheet_.printableWidth, line.height).mirrored(true, true));
     }
 
     void items(const Line& line, int baseline) {

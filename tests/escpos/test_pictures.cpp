@@ -104,8 +104,7 @@ class Pictures : public QObject {
         QVERIFY(!source.isNull());
         const escpos::Sheet& sheet = doc.sheets.front();
         const QImage whole = escpos::renderSheet(sheet);
-        const QImage drawn =
-            whole.copy(sheet.leftMargin, 0, sheet.printableWidth, whole.height());
+        const QImage drawn = whole.copy(sheet.leftMargin, 0, sheet.printableWidth, whole.height());
         const QRect box = inkBox(drawn);
         QCOMPARE(box.size(), source.size());
         for (int y = 0; y < source.height(); ++y)
@@ -121,9 +120,8 @@ class Pictures : public QObject {
         QTest::addColumn<int>("x");  // from the printable area's left edge
         const QByteArray raster = patternRaster(), columns = patternColumns();
         for (const int m : {0, 1, 2, 3, 48, 49, 50, 51})
-            QTest::addRow("GS v 0 %d", m)
-                << bytes({0x1d, 'v', '0', m, 2, 0, 16, 0}) + raster << (m & 1) + 1
-                << (m >> 1 & 1) + 1 << 0;
+            QTest::addRow("GS v 0 %d", m) << bytes({0x1d, 'v', '0', m, 2, 0, 16, 0}) + raster
+                                          << (m & 1) + 1 << (m >> 1 & 1) + 1 << 0;
         QTest::newRow("GS v 0 centred")
             << bytes({0x1b, 'a', 1, 0x1d, 'v', '0', 0, 2, 0, 16, 0}) + raster << 1 << 1 << 280;
         QTest::newRow("GS v 0 right, double width")
@@ -133,8 +131,8 @@ class Pictures : public QObject {
                    graphics(bytes({48, 50}))
             << 1 << 2 << 0;
         QTest::newRow("GS 8 L 113 (columns) then 2")
-            << bytes({0x1d, '8', 'L', 42, 0, 0, 0, 48, 113, 48, 2, 1, 49, 16, 0, 16, 0}) +
-                   columns + graphics(bytes({48, 2}))
+            << bytes({0x1d, '8', 'L', 42, 0, 0, 0, 48, 113, 48, 2, 1, 49, 16, 0, 16, 0}) + columns +
+                   graphics(bytes({48, 2}))
             << 2 << 1 << 0;
         QTest::newRow("GS ( L 67 NV, printed by 69")
             << graphics(bytes({48, 67, 48, 'A', '1', 1, 16, 0, 16, 0, 49}) + raster) +
@@ -156,8 +154,8 @@ class Pictures : public QObject {
         QTest::newRow("GS * then GS / 3")
             << bytes({0x1d, '*', 2, 2}) + columns + bytes({0x1d, '/', 3}) << 2 << 2 << 0;
         QTest::newRow("FS q two images, FS p 2 49")
-            << bytes({0x1c, 'q', 2, 1, 0, 1, 0}) + QByteArray(8, '\0') +
-                   bytes({2, 0, 2, 0}) + columns + bytes({0x1c, 'p', 2, 49})
+            << bytes({0x1c, 'q', 2, 1, 0, 1, 0}) + QByteArray(8, '\0') + bytes({2, 0, 2, 0}) +
+                   columns + bytes({0x1c, 'p', 2, 49})
             << 2 << 1 << 0;
     }
     // Whatever the command, the picture printed is the pattern, at its
@@ -196,9 +194,10 @@ class Pictures : public QObject {
         QTest::addColumn<QString>("why");
         QTest::newRow("GS v 0 bad mode")
             << bytes({0x1d, 'v', '0', 4, 1, 0, 1, 0, 0xFF}) << "mode d'image hors plage";
-        QTest::newRow("GS v 0 of more than 16 MB") << bytes({0x1d, 'v', '0', 0, 0xFF, 0xFF, 0xFF, 0xFF})
-                                                   << "image de plus de 16 Mo";
-        QTest::newRow("print buffer empty") << graphics(bytes({48, 50})) << "aucune image en mémoire";
+        QTest::newRow("GS v 0 of more than 16 MB")
+            << bytes({0x1d, 'v', '0', 0, 0xFF, 0xFF, 0xFF, 0xFF}) << "image de plus de 16 Mo";
+        QTest::newRow("print buffer empty")
+            << graphics(bytes({48, 50})) << "aucune image en mémoire";
         QTest::newRow("unknown key") << graphics(bytes({48, 69, 'Z', 'Z', 1, 1})) << "aucune image";
         QTest::newRow("deleted key")
             << graphics(bytes({48, 67, 48, 'A', '1', 1, 8, 0, 1, 0, 49, 0xFF})) +
@@ -240,43 +239,133 @@ class Pictures : public QObject {
     void styles_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("line");
-        QTest::newRow("GS ! width nibble") << QByteArray("\x1d!\x10" "AB\n") << "ligne +30 @0 [taille 2x1] \"AB\"";
-        QTest::newRow("GS ! height nibble") << QByteArray("\x1d!\x01" "AB\n") << "ligne +48 @0 [taille 1x2] \"AB\"";
-        QTest::newRow("GS ! 4 by 8") << QByteArray("\x1d!\x37" "A\n") << "ligne +192 @0 [taille 4x8] \"A\"";
-        QTest::newRow("GS ! out of range") << QByteArray("\x1d!\x80" "A\n")
-                                           << "ligne +30 @0 {1D 21 80 : taille de caractère hors plage} \"A\"";
-        QTest::newRow("ESC ! font B") << QByteArray("\x1b!\x01" "A\n") << "ligne +30 @0 [police B] \"A\"";
-        QTest::newRow("ESC ! emphasis") << QByteArray("\x1b!\x08" "A\n") << "ligne +30 @0 [gras] \"A\"";
-        QTest::newRow("ESC ! double height") << QByteArray("\x1b!\x10" "A\n") << "ligne +48 @0 [taille 1x2] \"A\"";
-        QTest::newRow("ESC ! double width") << QByteArray("\x1b!\x20" "A\n") << "ligne +30 @0 [taille 2x1] \"A\"";
-        QTest::newRow("ESC ! underline") << QByteArray("\x1b!\x80" "A\n") << "ligne +30 @0 [souligné 1] \"A\"";
-        QTest::newRow("ESC ! unused bits") << QByteArray("\x1b!\x46" "A\n") << "ligne +30 @0 \"A\"";
-        QTest::newRow("ESC E") << QByteArray("\x1b" "E\x01" "A\x1b" "E\x00" "B\n", 9)
+        QTest::newRow("GS ! width nibble") << QByteArray(
+                                                  "\x1d!\x10"
+                                                  "AB\n")
+                                           << "ligne +30 @0 [taille 2x1] \"AB\"";
+        QTest::newRow("GS ! height nibble") << QByteArray(
+                                                   "\x1d!\x01"
+                                                   "AB\n")
+                                            << "ligne +48 @0 [taille 1x2] \"AB\"";
+        QTest::newRow("GS ! 4 by 8") << QByteArray(
+                                            "\x1d!\x37"
+                                            "A\n")
+                                     << "ligne +192 @0 [taille 4x8] \"A\"";
+        QTest::newRow("GS ! out of range")
+            << QByteArray(
+                   "\x1d!\x80"
+                   "A\n")
+            << "ligne +30 @0 {1D 21 80 : taille de caractère hors plage} \"A\"";
+        QTest::newRow("ESC ! font B") << QByteArray(
+                                             "\x1b!\x01"
+                                             "A\n")
+                                      << "ligne +30 @0 [police B] \"A\"";
+        QTest::newRow("ESC ! emphasis") << QByteArray(
+                                               "\x1b!\x08"
+                                               "A\n")
+                                        << "ligne +30 @0 [gras] \"A\"";
+        QTest::newRow("ESC ! double height") << QByteArray(
+                                                    "\x1b!\x10"
+                                                    "A\n")
+                                             << "ligne +48 @0 [taille 1x2] \"A\"";
+        QTest::newRow("ESC ! double width") << QByteArray(
+                                                   "\x1b!\x20"
+                                                   "A\n")
+                                            << "ligne +30 @0 [taille 2x1] \"A\"";
+        QTest::newRow("ESC ! underline") << QByteArray(
+                                                "\x1b!\x80"
+                                                "A\n")
+                                         << "ligne +30 @0 [souligné 1] \"A\"";
+        QTest::newRow("ESC ! unused bits") << QByteArray(
+                                                  "\x1b!\x46"
+                                                  "A\n")
+                                           << "ligne +30 @0 \"A\"";
+        QTest::newRow("ESC E") << QByteArray(
+                                      "\x1b"
+                                      "E\x01"
+                                      "A\x1b"
+                                      "E\x00"
+                                      "B\n",
+                                      9)
                                << "ligne +30 @0 [gras] \"A\" \"B\"";
-        QTest::newRow("ESC G") << QByteArray("\x1bG\x01" "A\n") << "ligne +30 @0 [gras] \"A\"";
+        QTest::newRow("ESC G") << QByteArray(
+                                      "\x1bG\x01"
+                                      "A\n")
+                               << "ligne +30 @0 [gras] \"A\"";
         QTest::newRow("ESC - 2") << QByteArray("\x1b-2A\n") << "ligne +30 @0 [souligné 2] \"A\"";
-        QTest::newRow("ESC - 1") << QByteArray("\x1b-\x01" "A\n") << "ligne +30 @0 [souligné 1] \"A\"";
+        QTest::newRow("ESC - 1") << QByteArray(
+                                        "\x1b-\x01"
+                                        "A\n")
+                                 << "ligne +30 @0 [souligné 1] \"A\"";
         QTest::newRow("ESC M 1") << QByteArray("\x1bM1A\n") << "ligne +30 @0 [police B] \"A\"";
-        QTest::newRow("GS B") << QByteArray("\x1d" "B\x01" "A\n") << "ligne +30 @0 [inversé] \"A\"";
-        QTest::newRow("ESC SP") << QByteArray("\x1b \x05" "AB\n") << "ligne +30 @0 [pas 17] \"AB\"";
-        QTest::newRow("ESC SP double width") << QByteArray("\x1b \x05\x1b!\x20" "AB\n")
+        QTest::newRow("GS B") << QByteArray(
+                                     "\x1d"
+                                     "B\x01"
+                                     "A\n")
+                              << "ligne +30 @0 [inversé] \"A\"";
+        QTest::newRow("ESC SP") << QByteArray(
+                                       "\x1b \x05"
+                                       "AB\n")
+                                << "ligne +30 @0 [pas 17] \"AB\"";
+        QTest::newRow("ESC SP double width") << QByteArray(
+                                                    "\x1b \x05\x1b!\x20"
+                                                    "AB\n")
                                              << "ligne +30 @0 [taille 2x1, pas 34] \"AB\"";
-        QTest::newRow("ESC 3") << QByteArray("\x1b" "3\x50" "A\n") << "ligne +80 @0 \"A\"";
-        QTest::newRow("ESC 2") << QByteArray("\x1b" "3\x50\x1b" "2A\n") << "ligne +30 @0 \"A\"";
-        QTest::newRow("ESC a 1") << QByteArray("\x1b" "a\x01" "AB\n") << "ligne +30 @276 \"AB\"";
-        QTest::newRow("ESC a 2") << QByteArray("\x1b" "a2AB\n") << "ligne +30 @552 \"AB\"";
-        QTest::newRow("GS L") << QByteArray("\x1dL\x40\x00" "A\n", 6) << "ligne +30 @64 \"A\"";
-        QTest::newRow("GS W") << QByteArray("\x1dW\x18\x00" "ABC\n", 7) << "ligne +30 @0 \"C\"";
-        QTest::newRow("ESC $") << QByteArray("\x1b$\x64\x00" "A\n", 6) << "ligne +30 @100 \"A\"";
-        QTest::newRow("ESC \\") << QByteArray("A\x1b\\\x0a\x00" "B\n", 7) << "ligne +30 @0 \"A\" @22 \"B\"";
-        QTest::newRow("ESC { 1") << QByteArray("\x1b{\x01" "A\n") << "ligne +30 @0 [à l'envers] \"A\"";
+        QTest::newRow("ESC 3") << QByteArray(
+                                      "\x1b"
+                                      "3\x50"
+                                      "A\n")
+                               << "ligne +80 @0 \"A\"";
+        QTest::newRow("ESC 2") << QByteArray(
+                                      "\x1b"
+                                      "3\x50\x1b"
+                                      "2A\n")
+                               << "ligne +30 @0 \"A\"";
+        QTest::newRow("ESC a 1") << QByteArray(
+                                        "\x1b"
+                                        "a\x01"
+                                        "AB\n")
+                                 << "ligne +30 @276 \"AB\"";
+        QTest::newRow("ESC a 2") << QByteArray(
+                                        "\x1b"
+                                        "a2AB\n")
+                                 << "ligne +30 @552 \"AB\"";
+        QTest::newRow("GS L") << QByteArray(
+                                     "\x1dL\x40\x00"
+                                     "A\n",
+                                     6)
+                              << "ligne +30 @64 \"A\"";
+        QTest::newRow("GS W") << QByteArray(
+                                     "\x1dW\x18\x00"
+                                     "ABC\n",
+                                     7)
+                              << "ligne +30 @0 \"C\"";
+        QTest::newRow("ESC $") << QByteArray(
+                                      "\x1b$\x64\x00"
+                                      "A\n",
+                                      6)
+                               << "ligne +30 @100 \"A\"";
+        QTest::newRow("ESC \\") << QByteArray(
+                                       "A\x1b\\\x0a\x00"
+                                       "B\n",
+                                       7)
+                                << "ligne +30 @0 \"A\" @22 \"B\"";
+        QTest::newRow("ESC { 1") << QByteArray(
+                                        "\x1b{\x01"
+                                        "A\n")
+                                 << "ligne +30 @0 [à l'envers] \"A\"";
         QTest::newRow("ESC V 1") << QByteArray("\x1bV1A\n") << "ligne +30 @0 [tourné 90°] \"A\"";
-        QTest::newRow("ESC 4 1") << QByteArray("\x1b" "4\x01" "AB\n") << "ligne +30 @0 [italique] \"AB\"";
-        QTest::newRow("ESC t 1 rule") << QByteArray("\x1bt\x01\x95\x95\x95\n")
-                                      << "ligne +30 @0 [Katakana] \"───\"";
-        QTest::newRow("ESC t 1 katakana") << QByteArray("\x1bt\x01\xb1\xb2\xdd\xf1\n")
-                                          << "ligne +30 @0 [Katakana] \"ｱｲﾝ円\"";
-        QTest::newRow("ESC t 13 euro") << QByteArray("\x1bt\x0d\xd5\n") << "ligne +30 @0 [PC857] \"€\"";
+        QTest::newRow("ESC 4 1") << QByteArray(
+                                        "\x1b"
+                                        "4\x01"
+                                        "AB\n")
+                                 << "ligne +30 @0 [italique] \"AB\"";
+        QTest::newRow("ESC t 1 rule")
+            << QByteArray("\x1bt\x01\x95\x95\x95\n") << "ligne +30 @0 [Katakana] \"───\"";
+        QTest::newRow("ESC t 1 katakana")
+            << QByteArray("\x1bt\x01\xb1\xb2\xdd\xf1\n") << "ligne +30 @0 [Katakana] \"ｱｲﾝ円\"";
+        QTest::newRow("ESC t 13 euro")
+            << QByteArray("\x1bt\x0d\xd5\n") << "ligne +30 @0 [PC857] \"€\"";
     }
     // Every style command, as the dump shows it.
     void styles() {
@@ -290,12 +379,16 @@ class Pictures : public QObject {
     // sheet they came after.
     void requests() {
         const escpos::Document doc =
-            decode(QByteArray("\x10\x04\x01" "A\n\x1dV0\x1dr\x01\x1d" "a\x00\x1dI\x01\x10\x05\x02", 20));
+            decode(QByteArray("\x10\x04\x01"
+                              "A\n\x1dV0\x1dr\x01\x1d"
+                              "a\x00\x1dI\x01\x10\x05\x02",
+                              20));
         QCOMPARE(doc.requests.size(), size_t(1));
         QCOMPARE(doc.sheets.size(), size_t(1));
         QCOMPARE(doc.sheets.front().requests.size(), size_t(4));
         const QString text = escpos::dump(doc);
-        QVERIFY2(text.contains(QStringLiteral("demande : GS r 1 : demande d'état (1D 72 01), rien d'imprimé")),
+        QVERIFY2(text.contains(QStringLiteral(
+                     "demande : GS r 1 : demande d'état (1D 72 01), rien d'imprimé")),
                  qPrintable(text));
         QVERIFY2(!text.contains(u'{'), qPrintable(text));
     }
@@ -314,7 +407,8 @@ class Pictures : public QObject {
 
     // Katakana rules join into one line; the katakana are drawn, each its own.
     void katakana() {
-        const QImage rule = escpos::renderSheet(decode("\x1bt\x01\x95\x95\x95\x95\n").sheets.front());
+        const QImage rule =
+            escpos::renderSheet(decode("\x1bt\x01\x95\x95\x95\x95\n").sheets.front());
         const QRect box = inkBox(rule);
         QCOMPARE(box.width(), 48);
         QVERIFY(box.height() <= 3);
@@ -328,7 +422,10 @@ class Pictures : public QObject {
     void markersWrap() {
         const escpos::Sheet sheet = decode(QByteArray(60, '\x07') + "A\n").sheets.front();
         const QImage image = escpos::renderSheet(sheet);
-        const escpos::Sheet plain = decode("\x07" "A\n").sheets.front();
+        const escpos::Sheet plain = decode(
+                                        "\x07"
+                                        "A\n")
+                                        .sheets.front();
         QCOMPARE(escpos::sheetHeight(sheet), escpos::sheetHeight(plain) + 16);
         for (int y = 0; y < image.height(); ++y)
             QCOMPARE(image.pixel(image.width() - 1, y), qRgb(255, 255, 255));
