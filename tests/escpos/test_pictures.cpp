@@ -364,6 +364,37 @@ class Pictures : public QObject {
             << QByteArray("\x1bt\x01\x95\x95\x95\n") << "ligne +30 @0 [Katakana] \"───\"";
         QTest::newRow("ESC t 1 katakana")
             << QByteArray("\x1bt\x01\xb1\xb2\xdd\xf1\n") << "ligne +30 @0 [Katakana] \"ｱｲﾝ円\"";
+        QTest::newRow("ESC D and HT") << QByteArray(
+                                             "\x1b"
+                                             "D\x02\x05\x00"
+                                             "A\tB\tC\n",
+                                             11)
+                                      << "ligne +30 @0 \"A\" @24 \"B\" @60 \"C\"";
+        QTest::newRow("ESC d") << QByteArray(
+                                      "A\x1b"
+                                      "d\x03")
+                               << "ligne +90 @0 \"A\"";
+        QTest::newRow("ESC J") << QByteArray("A\x1bJ\x10") << "ligne +16 @0 \"A\"";
+        QTest::newRow("ESC R") << QByteArray("\x1bR\x02@[\n") << "ligne +30 @0 [Allemagne] \"§Ä\"";
+        QTest::newRow("GS P then ESC 3") << QByteArray(
+                                                "\x1dP\x00\xb4\x1b"
+                                                "3\x5a"
+                                                "A\n",
+                                                9)
+                                         << "ligne +101 @0 \"A\"";
+        QTest::newRow("ESC @") << QByteArray(
+                                      "\x1b"
+                                      "E\x01\x1b@A\n")
+                               << "ligne +30 @0 \"A\"";
+        QTest::newRow("ESC SP in font B") << QByteArray(
+                                                 "\x1bM\x01\x1b \x02"
+                                                 "AB\n")
+                                          << "ligne +30 @0 [police B, pas 11] \"AB\"";
+        QTest::newRow("GS L and GS W") << QByteArray(
+                                              "\x1dL\x40\x00\x1dW\x30\x00"
+                                              "ABCDEF\n",
+                                              15)
+                                       << "ligne +30 @64 \"EF\"";
         QTest::newRow("ESC t 13 euro")
             << QByteArray("\x1bt\x0d\xd5\n") << "ligne +30 @0 [PC857] \"€\"";
     }
