@@ -13,6 +13,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSocketNotifier>
+#include <QStringList>
 #include <QVBoxLayout>
 #include <cstdio>
 
@@ -176,6 +177,16 @@ void PrinterWindow::refresh() {
             break;
         }
     }
+    // What the till asked without printing (status, real-time commands),
+    // with the newest ticket.
+    QStringList requests;
+    for (const escpos::Request& r : decoder_.document().requests)
+        requests << escpos::dumpRequest(r);
+    if (!sheets.empty())
+        for (const escpos::Request& r : sheets.back().requests) requests << escpos::dumpRequest(r);
+    if (!requests.isEmpty())
+        advice_->appendPlainText(QStringLiteral("\nSans impression :\n  ") +
+                                 requests.join(QStringLiteral("\n  ")));
     // The newest paper comes out at the bottom.
     if (auto* area = findChild<QScrollArea*>(QStringLiteral("roll")))
         QTimer::singleShot(0, area, [area] {

@@ -54,6 +54,30 @@ constexpr TableName tableNames[] = {
     {255, "définie par l'utilisateur", nullptr},
 };
 
+// Where the printer's table differs from the codec's. Katakana: the half-width
+// katakana of JIS X 0201 between block and line graphics, and a few kanji
+// for dates and prices.
+// clang-format off
+constexpr char16_t katakanaHigh[128] = {  // 80 to FF, sixteen a row
+    u'▁', u'▂', u'▃', u'▄', u'▅', u'▆', u'▇', u'█', u'▏', u'▎', u'▍', u'▌', u'▋', u'▊', u'▉', u'┼',
+    u'┴', u'┬', u'┤', u'├', u'▔', u'─', u'│', u'▕', u'┌', u'┐', u'└', u'┘', u'╭', u'╮', u'╰', u'╯',
+    u' ', u'｡', u'｢', u'｣', u'､', u'･', u'ｦ', u'ｧ', u'ｨ', u'ｩ', u'ｪ', u'ｫ', u'ｬ', u'ｭ', u'ｮ', u'ｯ',
+    u'ｰ', u'ｱ', u'ｲ', u'ｳ', u'ｴ', u'ｵ', u'ｶ', u'ｷ', u'ｸ', u'ｹ', u'ｺ', u'ｻ', u'ｼ', u'ｽ', u'ｾ', u'ｿ',
+    u'ﾀ', u'ﾁ', u'ﾂ', u'ﾃ', u'ﾄ', u'ﾅ', u'ﾆ', u'ﾇ', u'ﾈ', u'ﾉ', u'ﾊ', u'ﾋ', u'ﾌ', u'ﾍ', u'ﾎ', u'ﾏ',
+    u'ﾐ', u'ﾑ', u'ﾒ', u'ﾓ', u'ﾔ', u'ﾕ', u'ﾖ', u'ﾗ', u'ﾘ', u'ﾙ', u'ﾚ', u'ﾛ', u'ﾜ', u'ﾝ', u'ﾞ', u'ﾟ',
+    u'═', u'╞', u'╪', u'╡', u'◢', u'◣', u'◥', u'◤', u'♠', u'♥', u'♦', u'♣', u'●', u'○', u'╱', u'╲',
+    u'╳', u'円', u'年', u'月', u'日', u'時', u'分', u'秒', u'〒', u'市', u'区', u'町', u'村', u'人', u'▒', u'\u00A0',
+};
+// clang-format on
+
+void adjust(CodeTable& table) {
+    if (table.number == 1)
+        for (int byte = 128; byte < 256; ++byte)
+            table.chars[size_t(byte)] = katakanaHigh[byte - 128];
+    // PC857 has the euro where the codec has a gap.
+    if (table.number == 13) table.chars[0xD5] = u'€';
+}
+
 const TableName* findName(int number) {
     for (const TableName& t : tableNames)
         if (t.number == number) return &t;
@@ -78,6 +102,7 @@ CodeTable build(int number) {
         }
         table.chars[size_t(byte)] = c;
     }
+    adjust(table);
     return table;
 }
 

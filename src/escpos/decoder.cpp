@@ -59,6 +59,7 @@ qsizetype escFixedLength(unsigned char b) {
         case 'R':
         case 'T':
         case 'V':
+        case '4':
         case 'a':
         case 'd':
         case 't':
@@ -145,6 +146,10 @@ void Decoder::reset() {
     hriPosition_ = 0;
     hriFontB_ = false;
     symbols_ = SymbolSettings{};
+    // The print buffer and the downloaded bit image go; graphics kept by key
+    // code stay for the run.
+    pictures_.buffer.reset();
+    pictures_.bitImage.reset();
     pageMode_ = false;
     direction_ = 0;
     page_ = Page{};
@@ -268,7 +273,11 @@ qsizetype Decoder::commandLength(QByteArrayView d) const {
             }
             case 'v':
                 if (at(d, 2) != '0') return 3;
-                return have < 8 ? more : whole(8 + qsizetype(word(d, 4)) * word(d, 6));
+                if (have < 8) return more;
+                // No picture of more than 16 MB: the header alone is taken.
+                return qsizetype(word(d, 4)) * word(d, 6) > (1 << 24)
+                           ? 8
+                           : whole(8 + qsizetype(word(d, 4)) * word(d, 6));
             case '(':
                 return have < 5 ? more : whole(5 + word(d, 3));
             case '*':
@@ -296,6 +305,8 @@ qsizetype Decoder::commandLength(QByteArrayView d) const {
         case 'p':
         case 'S':
             return whole(4);
+        case 'q':
+            return nvBitImagesLength(d);
         case '(':
             return have < 5 ? more : whole(5 + word(d, 3));
         default:
@@ -320,6 +331,7 @@ void Decoder::finish() {
         addBlock(
             Note{QStringLiteral("ligne restée dans l'imprimante : il manque un saut de ligne")});
     }
+    dropBlankSheet();
     for (Sheet& s : doc_.sheets)
         if (!s.finished && s.end.isEmpty()) s.end = QStringLiteral("en attente");
 }
@@ -419,6 +431,13 @@ void Decoder::escape(QByteArrayView c) {
         case '{':
             style_.upsideDown = n & 1;
             return;
+        case 'V':
+            if (digitParam(n) > 2) return mark(c, QStringLiteral("rotation hors plage"));
+            style_.rotated = digitParam(n) != 0;
+            return;
+        case '4':
+            style_.italic = n & 1;
+            return;
         case ' ':
             rightSpacing_ = n;
             return;
@@ -486,6 +505,7 @@ void Decoder::escape(QByteArrayView c) {
 }
 
 void Decoder::groupSeparator(QByteArrayView c) {
+    if (pictureCommand(c) || requestCommand(c)) return;
     if (c.size() < 2) return;
     const unsigned char cmd = at(c, 1);
     if (cmd == '(' && at(c, 2) == 'k') return symbolFunction(c);
@@ -568,11 +588,13 @@ void Decoder::groupSeparator(QByteArrayView c) {
 }
 
 void Decoder::fileSeparator(QByteArrayView c) {
+    if (pictureCommand(c) || kanjiCommand(c)) return;
     mark(c, QStringLiteral("commande FS non rendue"));
 }
 
 void Decoder::realTime(QByteArrayView c) {
     if (c.size() == 1) return mark(c, QStringLiteral("DLE seul, ignoré"));
+    if (requestCommand(c)) return;
     const unsigned char cmd = at(c, 1);
     if (cmd == 0x14 && c.size() == 5 && at(c, 2) == 1) {
         const int t = std::clamp(int(at(c, 4)), 1, 8) * 100;

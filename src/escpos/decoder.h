@@ -9,6 +9,7 @@
 #include "escpos/document.h"
 #include "escpos/line_builder.h"
 #include "escpos/symbols.h"
+#include "escpos/pictures.h"
 
 namespace escpos {
 
@@ -53,6 +54,20 @@ class Decoder {
     void ejectSlip(QByteArrayView bytes);
     void mark(QByteArrayView bytes, const QString& why);
 
+    // Pictures, and the requests that print nothing: true when c was one.
+    bool pictureCommand(QByteArrayView c);
+    void rasterImage(QByteArrayView c);
+    void graphics(QByteArrayView parameters, QByteArrayView c);
+    void defineBitImage(QByteArrayView c);
+    void printBitImage(QByteArrayView c);
+    void defineNvBitImages(QByteArrayView c);
+    void printNvBitImage(QByteArrayView c);
+    void printPicture(Picture picture);
+    bool requestCommand(QByteArrayView c);
+    bool kanjiCommand(QByteArrayView c);
+    void dropBlankSheet();
+    void request(QByteArrayView c, const QString& what);
+
     // Page mode.
     void enterPageMode();
     void leavePageMode();
@@ -89,6 +104,7 @@ class Decoder {
     int barModule_ = 3, barHeight_ = 162, hriPosition_ = 0;
     bool hriFontB_ = false;
     SymbolSettings symbols_;
+    PictureStore pictures_;
     // Page mode.
     bool pageMode_ = false;
     int direction_ = 0;

@@ -23,6 +23,8 @@ struct Style {
     bool fontB = false;       // ESC ! bit 0, ESC M
     bool reverse = false;     // GS B
     bool upsideDown = false;  // ESC {
+    bool rotated = false;     // ESC V: turned 90 degrees clockwise
+    bool italic = false;      // ESC 4
     int codeTable = 0;        // ESC t
     int international = 0;    // ESC R
 
@@ -102,6 +104,25 @@ struct Barcode {
     int width = 0;  // dots
 };
 
+// A raster picture (GS v 0, GS ( L, GS /, FS p), printed as a block of its
+// own: each dot drawn scaleX by scaleY.
+struct Picture {
+    QString command;  // "GS v 0", "GS ( L 50", ...
+    int x = 0;
+    int width = 0, height = 0;  // dots of the picture as printed, before scaling
+    int sourceWidth = 0;        // dots as sent, wider when the paper cut the right side off
+    int scaleX = 1, scaleY = 1;
+    QByteArray rows;  // row after row, (width + 7) / 8 bytes a row, left dot in the high bit
+
+    int bytesPerRow() const { return (width + 7) / 8; }
+    int printedWidth() const { return width * scaleX; }
+    int printedHeight() const { return height * scaleY; }
+    bool dot(int column, int row) const {
+        const char byte = rows.at(qsizetype(row) * bytesPerRow() + column / 8);
+        return (byte >> (7 - column % 8)) & 1;
+    }
+};
+
 struct Cut {
     bool partial = false;
     int feed = 0;  // dots fed before cutting
@@ -136,7 +157,14 @@ struct Note {
     QString text;
 };
 
-using Block = std::variant<Line, Barcode, Cut, Pulse, Page, Note>;
+using Block = std::variant<Line, Barcode, Cut, Pulse, Page, Note, Picture>;
+
+// A status request or a real-time command: the printer answers the host or
+// acts at once, and prints nothing.
+struct Request {
+    QByteArray bytes;
+    QString what;
+};
 
 struct Sheet {
     enum class Paper { Roll, Slip };
@@ -145,12 +173,14 @@ struct Sheet {
     int printableWidth = 576;  // dots
     int leftMargin = 32;       // dots from the edge to the printable area
     std::vector<Block> blocks;
-    bool finished = false;  // cut, or ejected
-    QString end;            // how it ended
+    bool finished = false;          // cut, or ejected
+    QString end;                    // how it ended
+    std::vector<Request> requests;  // received while the sheet was the last one
 };
 
 struct Document {
-    std::vector<Sheet> sheets;  // in the order they were started
+    std::vector<Sheet> sheets;      // in the order they were started
+    std::vector<Request> requests;  // received before any sheet
 };
 
 }  // namespace escpos

@@ -23,6 +23,8 @@ QString styleTags(const TextRun& run, const QByteArray& bytes) {
         tags << QStringLiteral("taille %1x%2").arg(s.widthScale).arg(s.heightScale);
     if (s.reverse) tags << QStringLiteral("inversé");
     if (s.upsideDown) tags << QStringLiteral("à l'envers");
+    if (s.rotated) tags << QStringLiteral("tourné 90°");
+    if (s.italic) tags << QStringLiteral("italique");
     const bool high =
         std::any_of(bytes.begin(), bytes.end(), [](char c) { return uchar(c) >= 0x80; });
     if (high) tags << codeTableName(s.codeTable);
@@ -54,6 +56,37 @@ QStringList imageRows(const BitImage& image) {
     }
     return rows;
 }
+
+// The dots of small pictures, a row a line.
+QStringList pictureText(const Picture& p) {
+    QStringList out{QStringLiteral("image %1 : %2x%3 points, %4x%5 → %6x%7 @%8")
+                        .arg(p.command)
+                        .arg(p.width)
+                        .arg(p.height)
+                        .arg(p.scaleX)
+                        .arg(p.scaleY)
+                        .arg(p.printedWidth())
+                        .arg(p.printedHeight())
+                        .arg(p.x)};
+    if (p.sourceWidth > p.width)
+        out.back() += QStringLiteral(" (%1 points coupés à droite)").arg(p.sourceWidth - p.width);
+    if (p.width > 128 || p.height > 128) return out;
+    for (int row = 0; row < p.height; ++row) {
+        QString r;
+        for (int col = 0; col < p.width; ++col) r += p.dot(col, row) ? u'#' : u'.';
+        out << QStringLiteral("    |") + r + u'|';
+    }
+    return out;
+}
+
+}  // namespace
+
+QString dumpRequest(const Request& r) {
+    if (r.bytes.isEmpty()) return QStringLiteral("sans impression : ") + r.what;
+    return QStringLiteral("demande : %1 (%2), rien d'imprimé").arg(r.what, hexOf(r.bytes));
+}
+
+namespace {
 
 QString markerText(const Marker& m) {
     QString bytes = hexOf(m.bytes());
@@ -184,6 +217,7 @@ QStringList blockText(const Block& block) {
                     .arg(p->offMs)
                     .arg(hexOf(p->bytes))};
     if (const auto* page = std::get_if<Page>(&block)) return pageText(*page);
+    if (const auto* picture = std::get_if<Picture>(&block)) return pictureText(*picture);
     if (const auto* note = std::get_if<Note>(&block))
         return {QStringLiteral("note : ") + note->text};
     return {};
@@ -201,11 +235,13 @@ QString dumpSheet(const Sheet& sheet, int number) {
                         .arg(sheet.end)};
     for (const Block& block : sheet.blocks)
         for (const QString& row : blockText(block)) out << row;
+    for (const Request& r : sheet.requests) out << dumpRequest(r);
     return out.join(u'\n') + u'\n';
 }
 
 QString dump(const Document& doc) {
     QString out;
+    for (const Request& r : doc.requests) out += dumpRequest(r) + u'\n';
     int number = 0;
     for (const Sheet& sheet : doc.sheets) out += dumpSheet(sheet, ++number);
     return out;

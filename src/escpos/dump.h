@@ -10,5 +10,7 @@ namespace escpos {
 
 QString dump(const Document& doc);
 QString dumpSheet(const Sheet& sheet, int number);
+// One line for a request or a feed that printed nothing.
+QString dumpRequest(const Request& request);
 
 }  // namespace escpos

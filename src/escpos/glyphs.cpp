@@ -12,6 +12,9 @@ namespace {
 
 QFont printerFont(bool fontB, bool bold) {
     QFont font(QStringLiteral("Liberation Mono"));
+    // The katakana and kanji of the Japanese table come from a font that
+    // has them; fontconfig finds any other character a font of its choice.
+    font.setFamilies({QStringLiteral("Liberation Mono"), QStringLiteral("VL Gothic")});
     font.setStyleHint(QFont::Monospace);
     font.setPixelSize(fontB ? 15 : 20);
     font.setBold(bold);

@@ -1,5 +1,6 @@
 #include "escpos/render.h"
 
+#include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
@@ -31,9 +32,41 @@ int hriHeight(const Barcode& b) {
     return b.hriFontB ? 17 : 24;
 }
 
-int blockHeight(const Block& block) {
+QString markerLabel(const Marker& m) {
+    return hexOf(m.bytes().left(8)) + (m.size > 8 ? QStringLiteral(" …") : QString());
+}
+
+// The tags of a line's markers, from the top of its band: side by side where
+// the bytes came, on a further row when the paper's edge comes first.
+std::vector<QRect> markerBoxes(const Line& line, const Sheet& sheet) {
+    std::vector<QRect> boxes;
+    if (line.markers.empty()) return boxes;
+    const QFontMetrics metrics(labelFont(11, true));
+    const int right = sheet.paperWidth - 2;
+    int row = 0, end = -1;
+    for (const Marker& m : line.markers) {
+        const int width = std::min(metrics.horizontalAdvance(markerLabel(m)) + 6, right - 2);
+        int x = std::max(sheet.leftMargin + m.x, end + 2);
+        if (x + width > right && end >= 0) {
+            ++row;
+            x = sheet.leftMargin + m.x;
+        }
+        x = std::clamp(x, 2, right - width);
+        boxes.emplace_back(x, row * markerBand + 1, width, 14);
+        end = x + width - 1;
+    }
+    return boxes;
+}
+
+int markerRows(const Line& line, const Sheet& sheet) {
+    const std::vector<QRect> boxes = markerBoxes(line, sheet);
+    return boxes.empty() ? 0 : boxes.back().top() / markerBand + 1;
+}
+
+int blockHeight(const Block& block, const Sheet& sheet) {
     if (const auto* line = std::get_if<Line>(&block))
-        return std::max(line->advance, line->height) + (line->markers.empty() ? 0 : markerBand);
+        return std::max(line->advance, line->height) + markerRows(*line, sheet) * markerBand;
+    if (const auto* picture = std::get_if<Picture>(&block)) return picture->printedHeight();
     if (const auto* b = std::get_if<Barcode>(&block)) {
         if (!b->error.isEmpty()) return refusedHeight;
         int h = b->picture.height() + 8;
@@ -54,10 +87,30 @@ class SheetPainter {
     // The tags of unknown bytes take a band of their own above the line, so
     // that they hide none of what the printer prints.
     void line(const Line& line, int top) {
-        int markerEnd = -1000;
-        for (const Marker& m : line.markers) markerEnd = marker(m, top, markerEnd);
-        if (!line.markers.empty()) top += markerBand;
-        const int baseline = top + line.height;
+        const std::vector<QRect> boxes = markerBoxes(line, sheet_);
+        for (size_t i = 0; i < boxes.size(); ++i)
+            marker(line.markers[i], boxes[i].translated(0, top));
+        if (!boxes.empty()) top += (boxes.back().top() / markerBand + 1) * markerBand;
+        const bool upsideDown = std::any_of(line.items.begin(), line.items.end(), [](auto& item) {
+            const auto* run = std::get_if<TextRun>(&item);
+            return run && run->style.upsideDown;
+        });
+        if (!upsideDown) return items(line, top + line.height);
+        // Upside down, the printer prints the whole line turned by half a
+        // turn within the printable width: the line is drawn upright apart,
+        // then turned.
+        QImage strip(sheet_.paperWidth, line.height, QImage::Format_RGB32);
+        strip.fill(Qt::white);
+        {
+            QPainter sp(&strip);
+            SheetPainter(sp, sheet_).items(line, line.height);
+        }
+        p_.drawImage(
+            edge(0), top,
+            strip.copy(edge(0), 0, sheet_.printableWidth, line.height).mirrored(true, true));
+    }
+
+    void items(const Line& line, int baseline) {
         for (const LineItem& item : line.items) {
             if (const auto* run = std::get_if<TextRun>(&item))
                 text(*run, baseline);
@@ -76,11 +129,22 @@ class SheetPainter {
             const QImage& g = glyph(printed.at(i).unicode(), s.fontB, s.bold, s.reverse);
             const QRect cell(x, top, w, h);
             if (s.reverse && run.pitch > w) p_.fillRect(x + w, top, run.pitch - w, h, Qt::black);
-            if (s.upsideDown) {
+            if (s.italic || s.rotated) {
                 p_.save();
-                p_.translate(cell.center() + QPointF(0.5, 0.5));
-                p_.rotate(180);
-                p_.drawImage(QRect(-w / 2, -h / 2, w, h), g);
+                if (s.italic) {
+                    // Leaning right from the baseline.
+                    p_.translate(0, baseline);
+                    p_.shear(-0.2, 0);
+                    p_.translate(0, -baseline);
+                }
+                if (s.rotated) {
+                    // A quarter turn clockwise within the cell.
+                    p_.translate(QPointF(x + w / 2.0, top + h / 2.0));
+                    p_.rotate(90);
+                    p_.drawImage(QRectF(-h / 2.0, -w / 2.0, h, w), g);
+                } else {
+                    p_.drawImage(cell, g);
+                }
                 p_.restore();
             } else if (s.widthScale == 1 && s.heightScale == 1) {
                 p_.drawImage(cell.topLeft(), g);
@@ -101,20 +165,25 @@ class SheetPainter {
                                 image.scaleX, image.scaleY, Qt::black);
     }
 
-    // A small red tag with the bytes, hung at the top of the line; tags at
-    // the same place stand side by side. Returns where this one ends.
-    int marker(const Marker& m, int top, int previousEnd) {
+    // A small red tag with the bytes, hung above the line.
+    void marker(const Marker& m, const QRect& box) {
         p_.setFont(labelFont(11, true));
-        const QString label =
-            hexOf(m.bytes().left(8)) + (m.size > 8 ? QStringLiteral(" …") : QString());
-        const int width = p_.fontMetrics().horizontalAdvance(label) + 6;
-        const int x = std::max(edge(m.x), previousEnd + 2);
-        const QRect box(x, top + 1, width, 14);
         p_.fillRect(box, QColor(255, 228, 228));
         p_.setPen(markerColour);
         p_.drawRect(box.adjusted(0, 0, -1, -1));
-        p_.drawText(box, Qt::AlignCenter, label);
-        return box.right();
+        p_.drawText(box, Qt::AlignCenter, markerLabel(m));
+    }
+
+    // Dots as sent, each drawn scaleX by scaleY.
+    void picture(const Picture& picture, int top) {
+        if (picture.width == 0 || picture.height == 0) return;
+        QImage image(picture.width, picture.height, QImage::Format_Mono);
+        image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+        for (int row = 0; row < picture.height; ++row)
+            std::copy_n(picture.rows.constData() + qsizetype(row) * picture.bytesPerRow(),
+                        picture.bytesPerRow(), image.scanLine(row));
+        p_.drawImage(QRect(edge(picture.x), top, picture.printedWidth(), picture.printedHeight()),
+                     image);
     }
 
     void barcode(const Barcode& b, int top) {
@@ -248,7 +317,7 @@ std::pair<size_t, int> layout(const Sheet& sheet) {
     int height = topMargin + bottomMargin;
     size_t drawn = 0;
     for (; drawn < sheet.blocks.size(); ++drawn) {
-        const int h = blockHeight(sheet.blocks[drawn]);
+        const int h = blockHeight(sheet.blocks[drawn], sheet);
         if (height + h > maxHeight - noteHeight) break;
         height += h;
     }
@@ -284,7 +353,9 @@ QImage renderSheet(const Sheet& sheet) {
             painter.page(*page, y);
         else if (const auto* note = std::get_if<Note>(&block))
             painter.remark(note->text, y, noteHeight, remarkColour);
-        y += blockHeight(block);
+        else if (const auto* picture = std::get_if<Picture>(&block))
+            painter.picture(*picture, y);
+        y += blockHeight(block, sheet);
     }
     if (cut)
         painter.remark(QStringLiteral("… la suite de ce ticket (%1 éléments) n'est pas dessinée")
