@@ -23,7 +23,7 @@ enum class Rows {
     Hexagons  // MaxiCode: libzint's own picture, scaled
 };
 
-struct Request {
+struct ZintRequest {
     int symbology = BARCODE_CODE128;
     QByteArray data;
     int inputMode = DATA_MODE;
@@ -65,7 +65,7 @@ QString tooLarge(qint64 width, qint64 height) {
 // One row of modules as dots across, 1 for black. The two-width codes take
 // the printer's own wide element, about two and a half narrow ones, where
 // libzint draws two or three modules.
-QByteArray rowDots(const zint_symbol& s, int row, const Request& r) {
+QByteArray rowDots(const zint_symbol& s, int row, const ZintRequest& r) {
     static constexpr int wide[7] = {0, 3, 5, 8, 10, 13, 15};
     QByteArray dots;
     for (int column = 0; column < s.width && dots.size() <= maxWidthDots;) {
@@ -89,7 +89,7 @@ QByteArray rowDots(const zint_symbol& s, int row, const Request& r) {
 }
 
 // libzint's modules drawn at the printer's dots.
-Drawn modulesPicture(const zint_symbol& s, const Request& r) {
+Drawn modulesPicture(const zint_symbol& s, const ZintRequest& r) {
     // Rows of no height of their own (the linear part of a composite) share
     // what the symbol's height leaves.
     float fixed = 0;
@@ -151,7 +151,7 @@ Drawn hexagonPicture(zint_symbol& s) {
     return {picture, {}, {}};
 }
 
-Drawn draw(const Request& r) {
+Drawn draw(const ZintRequest& r) {
     if (r.data.isEmpty()) return {{}, {}, QStringLiteral("aucune donnée")};
     const std::unique_ptr<zint_symbol, SymbolDeleter> symbol(ZBarcode_Create());
     zint_symbol& s = *symbol;
@@ -282,7 +282,7 @@ const Linear linears[] = {
 };
 
 // Checks of the printer before any encoding; empty when the data is fit.
-QString linearRequest(int m, const QByteArray& data, Request& r) {
+QString linearRequest(int m, const QByteArray& data, ZintRequest& r) {
     r.data = data;
     auto digits = [&](std::initializer_list<int> lengths) {
         if (!allDigits(data)) return QStringLiteral("des chiffres seulement");
@@ -367,7 +367,7 @@ Barcode drawBarcode(int system, const QByteArray& data, int module, int height) 
     }
     const Linear& linear = linears[m - 65];
     b.symbology = QString::fromUtf8(linear.name);
-    Request r;
+    ZintRequest r;
     r.symbology = linear.symbology;
     r.module = module;
     r.rowDots = height;
@@ -384,7 +384,7 @@ Barcode drawSymbol(SymbolSettings::Kind kind, const SymbolSettings& s) {
     b.command = QStringLiteral("GS ( k");
     b.system = 48 + kind;
     b.data = s.stored[size_t(kind)];
-    Request r;
+    ZintRequest r;
     r.data = b.data;
     r.rows = Rows::Matrix;
     switch (kind) {
