@@ -3,6 +3,7 @@
 #include <QtTest>
 
 #include "accent_advice.h"
+#include "decode.h"
 #include "escpos/decoder.h"
 #include "escpos/dump.h"
 #include "escpos/render.h"
@@ -10,15 +11,6 @@
 #include "support/golden.h"
 
 namespace {
-
-escpos::Document decode(const QByteArray& bytes, qsizetype piece = 0) {
-    escpos::Decoder decoder;
-    if (piece == 0) decoder.feed(bytes);
-    for (qsizetype i = 0; piece && i < bytes.size(); i += piece)
-        decoder.feed(QByteArrayView(bytes).sliced(i, std::min(piece, bytes.size() - i)));
-    decoder.finish();
-    return decoder.document();
-}
 
 // Share of pixels whose grey level differs by more than a quarter.
 double difference(const QImage& a, const QImage& b) {

@@ -5,19 +5,13 @@
 // that made sheets of their own, markers off the paper).
 #include <QtTest>
 
+#include "decode.h"
 #include "escpos/decoder.h"
 #include "escpos/dump.h"
 #include "escpos/render.h"
 #include "support/golden.h"
 
 namespace {
-
-escpos::Document decode(const QByteArray& bytes) {
-    escpos::Decoder decoder;
-    decoder.feed(bytes);
-    decoder.finish();
-    return decoder.document();
-}
 
 QString ticketsDir() {
     return qEnvironmentVariable("KALVO_SOURCE_DIR") + QStringLiteral("/tests/escpos/tickets/");

@@ -4,19 +4,13 @@
 // nobody here wrote (tickets/, remade by their make_tickets.mjs).
 #include <QtTest>
 
+#include "decode.h"
 #include "escpos/decoder.h"
 #include "escpos/dump.h"
 #include "support/golden.h"
 #include "symbol_reader.h"
 
 namespace {
-
-escpos::Document decode(const QByteArray& bytes) {
-    escpos::Decoder decoder;
-    decoder.feed(bytes);
-    decoder.finish();
-    return decoder.document();
-}
 
 QByteArray gsK(int m, const QByteArray& data) {
     const QByteArray head = QByteArray("\x1dk") + char(m);
