@@ -8,8 +8,8 @@
 
 #include "escpos/document.h"
 #include "escpos/line_builder.h"
-#include "escpos/symbols.h"
 #include "escpos/pictures.h"
+#include "escpos/symbols.h"
 
 namespace escpos {
 

@@ -141,7 +141,8 @@ Drawn modulesPicture(const zint_symbol& s, const ZintRequest& r) {
 // MaxiCode's hexagons come from libzint's own picture, about an inch across.
 Drawn hexagonPicture(zint_symbol& s) {
     s.scale = 0.7f;
-    if (ZBarcode_Buffer(&s, 0) >= ZINT_ERROR) return {{}, {}, QStringLiteral("libzint : ") + QString::fromLatin1(s.errtxt)};
+    if (ZBarcode_Buffer(&s, 0) >= ZINT_ERROR)
+        return {{}, {}, QStringLiteral("libzint : ") + QString::fromLatin1(s.errtxt)};
     QImage picture = blankPicture(s.bitmap_width, s.bitmap_height);
     for (int y = 0; y < s.bitmap_height; ++y) {
         const uchar* rgb = s.bitmap + qsizetype(y) * s.bitmap_width * 3;
@@ -168,7 +169,8 @@ Drawn draw(const ZintRequest& r) {
     }
     const int status = ZBarcode_Encode(
         &s, reinterpret_cast<const unsigned char*>(r.data.constData()), int(r.data.size()));
-    if (status >= ZINT_ERROR) return {{}, {}, QStringLiteral("libzint : ") + QString::fromLatin1(s.errtxt)};
+    if (status >= ZINT_ERROR)
+        return {{}, {}, QStringLiteral("libzint : ") + QString::fromLatin1(s.errtxt)};
     Drawn drawn = r.rows == Rows::Hexagons ? hexagonPicture(s) : modulesPicture(s, r);
     drawn.hri = QString::fromUtf8(reinterpret_cast<const char*>(s.text));
     return drawn;

@@ -89,7 +89,6 @@ QStringList expectations(const QString& binPath, const QString& kind) {
     return found;
 }
 
-
 }  // namespace
 
 class EscPosSymbols : public QObject {

@@ -1,8 +1,8 @@
 /* A till's sales program in miniature: opens COM1, sets 9600 8N1 and prints
    a short ticket (reset, a line with accents in code page 850, a cut), as a
    Windows program does it. Exit code 0 when every byte was written. */
-#include <windows.h>
 #include <stdio.h>
+#include <windows.h>
 
 int main(int argc, char** argv) {
     const char* name = argc > 1 ? argv[1] : "COM1";
@@ -32,12 +32,13 @@ int main(int argc, char** argv) {
         return 1;
     }
     /* ESC @, ESC t 2 (code page 850), "Café crème brûlée", feed, GS V 66 0. */
-    static const char ticket[] = "\x1b@\x1bt\x02"
-                                 "Caf\x82 cr\x8Ame br\x96l\x82"
-                                 "e\n"
-                                 "Wine COM1\n"
-                                 "\x1b"
-                                 "d\x03\x1dV\x42\x00";
+    static const char ticket[] =
+        "\x1b@\x1bt\x02"
+        "Caf\x82 cr\x8Ame br\x96l\x82"
+        "e\n"
+        "Wine COM1\n"
+        "\x1b"
+        "d\x03\x1dV\x42\x00";
     DWORD written = 0;
     const DWORD size = sizeof ticket - 1;
     if (!WriteFile(port, ticket, size, &written, NULL) || written != size) {
