@@ -233,164 +233,76 @@ class Pictures : public QObject {
     void styles_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("line");
-        QTest::newRow("GS ! width nibble") << QByteArray(
-                                                  "\x1d!\x10"
-                                                  "AB\n")
-                                           << "ligne +30 @0 [taille 2x1] \"AB\"";
-        QTest::newRow("GS ! height nibble") << QByteArray(
-                                                   "\x1d!\x01"
-                                                   "AB\n")
-                                            << "ligne +48 @0 [taille 1x2] \"AB\"";
-        QTest::newRow("GS ! 4 by 8") << QByteArray(
-                                            "\x1d!\x37"
-                                            "A\n")
-                                     << "ligne +192 @0 [taille 4x8] \"A\"";
+        QTest::newRow("GS ! width nibble")
+            << QByteArray::fromHex("1d211041420a") << "ligne +30 @0 [taille 2x1] \"AB\"";
+        QTest::newRow("GS ! height nibble")
+            << QByteArray::fromHex("1d210141420a") << "ligne +48 @0 [taille 1x2] \"AB\"";
+        QTest::newRow("GS ! 4 by 8")
+            << QByteArray::fromHex("1d2137410a") << "ligne +192 @0 [taille 4x8] \"A\"";
         QTest::newRow("GS ! out of range")
-            << QByteArray(
-                   "\x1d!\x80"
-                   "A\n")
+            << QByteArray::fromHex("1d2180410a")
             << "ligne +30 @0 {1D 21 80 : taille de caractère hors plage} \"A\"";
-        QTest::newRow("ESC ! font B") << QByteArray(
-                                             "\x1b!\x01"
-                                             "A\n")
-                                      << "ligne +30 @0 [police B] \"A\"";
-        QTest::newRow("ESC ! emphasis") << QByteArray(
-                                               "\x1b!\x08"
-                                               "A\n")
-                                        << "ligne +30 @0 [gras] \"A\"";
-        QTest::newRow("ESC ! double height") << QByteArray(
-                                                    "\x1b!\x10"
-                                                    "A\n")
-                                             << "ligne +48 @0 [taille 1x2] \"A\"";
-        QTest::newRow("ESC ! double width") << QByteArray(
-                                                   "\x1b!\x20"
-                                                   "A\n")
-                                            << "ligne +30 @0 [taille 2x1] \"A\"";
-        QTest::newRow("ESC ! underline") << QByteArray(
-                                                "\x1b!\x80"
-                                                "A\n")
-                                         << "ligne +30 @0 [souligné 1] \"A\"";
-        QTest::newRow("ESC ! unused bits") << QByteArray(
-                                                  "\x1b!\x46"
-                                                  "A\n")
-                                           << "ligne +30 @0 \"A\"";
-        QTest::newRow("ESC E") << QByteArray(
-                                      "\x1b"
-                                      "E\x01"
-                                      "A\x1b"
-                                      "E\x00"
-                                      "B\n",
-                                      9)
+        QTest::newRow("ESC ! font B")
+            << QByteArray::fromHex("1b2101410a") << "ligne +30 @0 [police B] \"A\"";
+        QTest::newRow("ESC ! emphasis")
+            << QByteArray::fromHex("1b2108410a") << "ligne +30 @0 [gras] \"A\"";
+        QTest::newRow("ESC ! double height")
+            << QByteArray::fromHex("1b2110410a") << "ligne +48 @0 [taille 1x2] \"A\"";
+        QTest::newRow("ESC ! double width")
+            << QByteArray::fromHex("1b2120410a") << "ligne +30 @0 [taille 2x1] \"A\"";
+        QTest::newRow("ESC ! underline")
+            << QByteArray::fromHex("1b2180410a") << "ligne +30 @0 [souligné 1] \"A\"";
+        QTest::newRow("ESC ! unused bits")
+            << QByteArray::fromHex("1b2146410a") << "ligne +30 @0 \"A\"";
+        QTest::newRow("ESC E") << QByteArray::fromHex("1b4501411b4500420a")
                                << "ligne +30 @0 [gras] \"A\" \"B\"";
-        QTest::newRow("ESC G") << QByteArray(
-                                      "\x1bG\x01"
-                                      "A\n")
-                               << "ligne +30 @0 [gras] \"A\"";
-        QTest::newRow("ESC - 2") << QByteArray("\x1b-2A\n") << "ligne +30 @0 [souligné 2] \"A\"";
-        QTest::newRow("ESC - 1") << QByteArray(
-                                        "\x1b-\x01"
-                                        "A\n")
+        QTest::newRow("ESC G") << QByteArray::fromHex("1b4701410a") << "ligne +30 @0 [gras] \"A\"";
+        QTest::newRow("ESC - 2") << QByteArray::fromHex("1b2d32410a")
+                                 << "ligne +30 @0 [souligné 2] \"A\"";
+        QTest::newRow("ESC - 1") << QByteArray::fromHex("1b2d01410a")
                                  << "ligne +30 @0 [souligné 1] \"A\"";
-        QTest::newRow("ESC M 1") << QByteArray("\x1bM1A\n") << "ligne +30 @0 [police B] \"A\"";
-        QTest::newRow("GS B") << QByteArray(
-                                     "\x1d"
-                                     "B\x01"
-                                     "A\n")
+        QTest::newRow("ESC M 1") << QByteArray::fromHex("1b4d31410a")
+                                 << "ligne +30 @0 [police B] \"A\"";
+        QTest::newRow("GS B") << QByteArray::fromHex("1d4201410a")
                               << "ligne +30 @0 [inversé] \"A\"";
-        QTest::newRow("ESC SP") << QByteArray(
-                                       "\x1b \x05"
-                                       "AB\n")
+        QTest::newRow("ESC SP") << QByteArray::fromHex("1b200541420a")
                                 << "ligne +30 @0 [pas 17] \"AB\"";
-        QTest::newRow("ESC SP double width") << QByteArray(
-                                                    "\x1b \x05\x1b!\x20"
-                                                    "AB\n")
+        QTest::newRow("ESC SP double width") << QByteArray::fromHex("1b20051b212041420a")
                                              << "ligne +30 @0 [taille 2x1, pas 34] \"AB\"";
-        QTest::newRow("ESC 3") << QByteArray(
-                                      "\x1b"
-                                      "3\x50"
-                                      "A\n")
-                               << "ligne +80 @0 \"A\"";
-        QTest::newRow("ESC 2") << QByteArray(
-                                      "\x1b"
-                                      "3\x50\x1b"
-                                      "2A\n")
-                               << "ligne +30 @0 \"A\"";
-        QTest::newRow("ESC a 1") << QByteArray(
-                                        "\x1b"
-                                        "a\x01"
-                                        "AB\n")
-                                 << "ligne +30 @276 \"AB\"";
-        QTest::newRow("ESC a 2") << QByteArray(
-                                        "\x1b"
-                                        "a2AB\n")
-                                 << "ligne +30 @552 \"AB\"";
-        QTest::newRow("GS L") << QByteArray(
-                                     "\x1dL\x40\x00"
-                                     "A\n",
-                                     6)
-                              << "ligne +30 @64 \"A\"";
-        QTest::newRow("GS W") << QByteArray(
-                                     "\x1dW\x18\x00"
-                                     "ABC\n",
-                                     7)
-                              << "ligne +30 @0 \"C\"";
-        QTest::newRow("ESC $") << QByteArray(
-                                      "\x1b$\x64\x00"
-                                      "A\n",
-                                      6)
-                               << "ligne +30 @100 \"A\"";
-        QTest::newRow("ESC \\") << QByteArray(
-                                       "A\x1b\\\x0a\x00"
-                                       "B\n",
-                                       7)
+        QTest::newRow("ESC 3") << QByteArray::fromHex("1b3350410a") << "ligne +80 @0 \"A\"";
+        QTest::newRow("ESC 2") << QByteArray::fromHex("1b33501b32410a") << "ligne +30 @0 \"A\"";
+        QTest::newRow("ESC a 1") << QByteArray::fromHex("1b610141420a") << "ligne +30 @276 \"AB\"";
+        QTest::newRow("ESC a 2") << QByteArray::fromHex("1b613241420a") << "ligne +30 @552 \"AB\"";
+        QTest::newRow("GS L") << QByteArray::fromHex("1d4c4000410a") << "ligne +30 @64 \"A\"";
+        QTest::newRow("GS W") << QByteArray::fromHex("1d571800414243") << "ligne +30 @0 \"C\"";
+        QTest::newRow("ESC $") << QByteArray::fromHex("1b246400410a") << "ligne +30 @100 \"A\"";
+        QTest::newRow("ESC \\") << QByteArray::fromHex("411b5c0a00420a")
                                 << "ligne +30 @0 \"A\" @22 \"B\"";
-        QTest::newRow("ESC { 1") << QByteArray(
-                                        "\x1b{\x01"
-                                        "A\n")
+        QTest::newRow("ESC { 1") << QByteArray::fromHex("1b7b01410a")
                                  << "ligne +30 @0 [à l'envers] \"A\"";
-        QTest::newRow("ESC V 1") << QByteArray("\x1bV1A\n") << "ligne +30 @0 [tourné 90°] \"A\"";
-        QTest::newRow("ESC 4 1") << QByteArray(
-                                        "\x1b"
-                                        "4\x01"
-                                        "AB\n")
+        QTest::newRow("ESC V 1") << QByteArray::fromHex("1b5631410a")
+                                 << "ligne +30 @0 [tourné 90°] \"A\"";
+        QTest::newRow("ESC 4 1") << QByteArray::fromHex("1b340141420a")
                                  << "ligne +30 @0 [italique] \"AB\"";
         QTest::newRow("ESC t 1 rule")
-            << QByteArray("\x1bt\x01\x95\x95\x95\n") << "ligne +30 @0 [Katakana] \"───\"";
+            << QByteArray::fromHex("1b74019595950a") << "ligne +30 @0 [Katakana] \"───\"";
         QTest::newRow("ESC t 1 katakana")
-            << QByteArray("\x1bt\x01\xb1\xb2\xdd\xf1\n") << "ligne +30 @0 [Katakana] \"ｱｲﾝ円\"";
-        QTest::newRow("ESC D and HT") << QByteArray(
-                                             "\x1b"
-                                             "D\x02\x05\x00"
-                                             "A\tB\tC\n",
-                                             11)
+            << QByteArray::fromHex("1b7401b1b2ddf10a") << "ligne +30 @0 [Katakana] \"ｱｲﾝ円\"";
+        QTest::newRow("ESC D and HT") << QByteArray::fromHex("1b4402050041094209430a")
                                       << "ligne +30 @0 \"A\" @24 \"B\" @60 \"C\"";
-        QTest::newRow("ESC d") << QByteArray(
-                                      "A\x1b"
-                                      "d\x03")
-                               << "ligne +90 @0 \"A\"";
-        QTest::newRow("ESC J") << QByteArray("A\x1bJ\x10") << "ligne +16 @0 \"A\"";
-        QTest::newRow("ESC R") << QByteArray("\x1bR\x02@[\n") << "ligne +30 @0 [Allemagne] \"§Ä\"";
-        QTest::newRow("GS P then ESC 3") << QByteArray(
-                                                "\x1dP\x00\xb4\x1b"
-                                                "3\x5a"
-                                                "A\n",
-                                                9)
-                                         << "ligne +101 @0 \"A\"";
-        QTest::newRow("ESC @") << QByteArray(
-                                      "\x1b"
-                                      "E\x01\x1b@A\n")
-                               << "ligne +30 @0 \"A\"";
-        QTest::newRow("ESC SP in font B") << QByteArray(
-                                                 "\x1bM\x01\x1b \x02"
-                                                 "AB\n")
+        QTest::newRow("ESC d") << QByteArray::fromHex("411b6403") << "ligne +90 @0 \"A\"";
+        QTest::newRow("ESC J") << QByteArray::fromHex("411b4a10") << "ligne +16 @0 \"A\"";
+        QTest::newRow("ESC R") << QByteArray::fromHex("1b5202405b0a")
+                               << "ligne +30 @0 [Allemagne] \"§Ä\"";
+        QTest::newRow("GS P then ESC 3")
+            << QByteArray::fromHex("1d5000b41b335a410a") << "ligne +101 @0 \"A\"";
+        QTest::newRow("ESC @") << QByteArray::fromHex("1b45011b40410a") << "ligne +30 @0 \"A\"";
+        QTest::newRow("ESC SP in font B") << QByteArray::fromHex("1b4d011b200241420a")
                                           << "ligne +30 @0 [police B, pas 11] \"AB\"";
-        QTest::newRow("GS L and GS W") << QByteArray(
-                                              "\x1dL\x40\x00\x1dW\x30\x00"
-                                              "ABCDEF\n",
-                                              15)
-                                       << "ligne +30 @64 \"EF\"";
+        QTest::newRow("GS L and GS W")
+            << QByteArray::fromHex("1d4c40001d5730004142434445460a") << "ligne +30 @64 \"EF\"";
         QTest::newRow("ESC t 13 euro")
-            << QByteArray("\x1bt\x0d\xd5\n") << "ligne +30 @0 [PC857] \"€\"";
+            << QByteArray::fromHex("1b740dd50a") << "ligne +30 @0 [PC857] \"€\"";
     }
     // Every style command, as the dump shows it.
     void styles() {
