@@ -639,6 +639,20 @@ int Decoder::pageLineLength() const {
     return areaWidth_ > 0 ? std::min(areaWidth_, room) : room;
 }
 
+bool Decoder::startOwnLine(const QString& pageModeNote) {
+    if (pageMode_) {
+        addBlock(Note{pageModeNote});
+        return false;
+    }
+    if (!line_.empty()) printLine();
+    return true;
+}
+
+int Decoder::justifiedX(int width) const {
+    const int free = pageLineLength() - width;
+    return leftMargin_ + (justification_ == 1 ? free / 2 : justification_ == 2 ? free : 0);
+}
+
 // advance: the line spacing when -1, n dots fed whatever the line when
 // below -1 (as -2 - n), else at least the line's height.
 void Decoder::printLine(int advance) {

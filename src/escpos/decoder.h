@@ -77,6 +77,11 @@ class Decoder {
     void printPage(const QString& end, bool keep);
     void startPageLine();
     int pageLineLength() const;
+    // A picture or a symbol stands on a line of its own: in page mode it is
+    // only noted (false); otherwise the text before it is printed first.
+    bool startOwnLine(const QString& pageModeNote);
+    // Where a block `width` dots wide starts, in the justification that holds.
+    int justifiedX(int width) const;
     int printableWidth() const;
 
     int dotsX(int units) const;

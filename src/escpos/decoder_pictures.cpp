@@ -236,15 +236,11 @@ void Decoder::printNvBitImage(QByteArrayView c) {
 // A picture is printed on its own, after the text before it, at the
 // justification that holds; what passes the paper's edge is not printed.
 void Decoder::printPicture(Picture picture) {
-    if (pageMode_) {
-        addBlock(Note{QStringLiteral("image %1 en mode page, non rendue").arg(picture.command)});
+    if (!startOwnLine(QStringLiteral("image %1 en mode page, non rendue").arg(picture.command)))
         return;
-    }
-    if (!line_.empty()) printLine();
     const int room = pageLineLength();
     picture = cropped(picture, room / picture.scaleX, maxPictureHeight / picture.scaleY);
-    const int free = room - picture.printedWidth();
-    picture.x = leftMargin_ + (justification_ == 1 ? free / 2 : justification_ == 2 ? free : 0);
+    picture.x = justifiedX(picture.printedWidth());
     addBlock(std::move(picture));
 }
 

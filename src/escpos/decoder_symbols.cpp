@@ -118,21 +118,14 @@ void Decoder::symbolFunction(QByteArrayView c) {
 
 // A symbol stands on a line of its own, in the justification that holds.
 void Decoder::placeSymbol(Barcode b) {
-    if (pageMode_) {
-        addBlock(Note{QStringLiteral("code-barres %1 en mode page, non rendu").arg(b.symbology)});
+    if (!startOwnLine(QStringLiteral("code-barres %1 en mode page, non rendu").arg(b.symbology)))
         return;
-    }
-    if (!line_.empty()) printLine();
     const int room = pageLineLength();
     if (b.error.isEmpty() && b.width > room)
         b.error =
             QStringLiteral("plus large que le papier (%1 points pour %2)").arg(b.width).arg(room);
     if (!b.error.isEmpty()) b.picture = QImage();
-    const int shift = !b.error.isEmpty()    ? 0
-                      : justification_ == 1 ? (room - b.width) / 2
-                      : justification_ == 2 ? room - b.width
-                                            : 0;
-    b.x = leftMargin_ + shift;
+    b.x = b.error.isEmpty() ? justifiedX(b.width) : leftMargin_;
     addBlock(std::move(b));
 }
 
